@@ -1,0 +1,13 @@
+# Every library that the build uses; docs/dependencies.md says what for.
+find_package(Threads REQUIRED)
+find_package(OpenSSL REQUIRED)
+find_package(Boost 1.81 REQUIRED)
+find_package(pugixml REQUIRED)
+find_package(spdlog REQUIRED)
+find_package(nlohmann_json REQUIRED)
+find_package(CLI11 REQUIRED)
+find_package(PkgConfig REQUIRED)
+pkg_check_modules(utf8proc REQUIRED IMPORTED_TARGET libutf8proc)
+if(KALVEX_BUILD_TESTS)
+  find_package(GTest REQUIRED)
+endif()

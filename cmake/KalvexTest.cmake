@@ -1,0 +1,19 @@
+# kalvex_test(NAME LABEL unit|wire|fault SOURCES ... LIBRARIES ...)
+#
+# One GoogleTest program, its cases registered one by one with CTest under the given label.
+include(GoogleTest)
+
+function(kalvex_test name)
+  cmake_parse_arguments(TEST "" "LABEL" "SOURCES;LIBRARIES" ${ARGN})
+  if(NOT TEST_LABEL MATCHES "^(unit|wire|fault)$")
+    message(FATAL_ERROR "kalvex_test(${name}): LABEL must be unit, wire or fault")
+  endif()
+  add_executable(${name} ${TEST_SOURCES})
+  set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/tests)
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+  target_compile_definitions(${name} PRIVATE
+    KALVEX_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data")
+  target_link_libraries(${name} PRIVATE ${TEST_LIBRARIES} kalvex_compile_options GTest::gmock_main)
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60
+    PROPERTIES LABELS ${TEST_LABEL} TIMEOUT 120)
+endfunction()
