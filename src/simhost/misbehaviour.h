@@ -1,0 +1,106 @@
+// How a simulated host can be made to fail.
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace simhost {
+
+/// One way to fail, and when. Made by the functions below or by name, then narrowed by its limits.
+struct Misbehaviour {
+    enum class Kind {
+        // Instead of an answer, or of part of it.
+        kClose,
+        kReset,
+        kStall,
+        kRaw,
+        kTruncate,
+        kSlowDrip,
+        // At the start of a connection, before the first byte is read.
+        kCloseOnConnect,
+        kStallOnConnect,
+        kRawOnConnect,
+        // Answers that are wrong in themselves.
+        kWrongLength,
+        kCimErrorElement,
+        kCimErrorTrailer,
+        kHttpStatus,
+        kContentType,
+        kOperationHeader,
+        kMessageId,
+        kHugeReply,
+        kCloseEvery,
+    };
+
+    Kind kind = Kind::kClose;
+    std::int64_t number = 0;             ///< a byte count, a status or a count of requests
+    std::string text;                    ///< a reason, a description or the bytes to send
+    std::string cim_error;               ///< value of a CIMError header; empty: no such header
+    std::chrono::milliseconds pause{0};  ///< between the pieces of a slow answer
+    bool abrupt = false;                 ///< by reset, or without the announcement
+
+    // Limits: it applies to a request that fits all of them. Those on connect know no request.
+    std::string only_operation;  ///< such as "Associators"; empty: any
+    std::string only_class;      ///< the enumerated, or the source object's; empty: any
+    std::size_t after = 0;       ///< lets so many fitting requests (or connections) pass first
+    std::size_t times = 0;       ///< then applies so many times; 0: until Server::Behave()
+};
+
+namespace Misbehaviours {
+
+/// Closes the connection instead of answering; in TLS without saying goodbye.
+Misbehaviour Close();
+/// The same by TCP reset.
+Misbehaviour Reset();
+/// Never answers and keeps the connection open.
+Misbehaviour Stall();
+/// Sends `bytes` as they are instead of an HTTP answer, then closes.
+Misbehaviour Raw(std::string bytes);
+/// Sends the answer's first `bytes`, counted from its status line, then closes, or resets.
+Misbehaviour Truncate(std::size_t bytes, bool reset = false);
+/// Sends `bytes` of the answer at a time, with a pause after each piece.
+Misbehaviour SlowDrip(std::size_t bytes, std::chrono::milliseconds pause);
+
+Misbehaviour CloseOnConnect();
+/// Accepts connections and does nothing more, no TLS handshake either.
+Misbehaviour StallOnConnect();
+/// Sends `bytes` at once on connection, before any TLS, then waits for the peer to close.
+Misbehaviour RawOnConnect(std::string bytes);
+
+/// Announces `surplus` bytes more than it sends (fewer when negative), and keeps the connection.
+Misbehaviour WrongLength(std::int64_t surplus);
+/// A CIM error as an ERROR element, in an answer with a Content-Length.
+Misbehaviour CimErrorElement(unsigned code, std::string description);
+/// A CIM error in the trailers of an answer that breaks off in the middle of its XML.
+Misbehaviour CimErrorTrailer(unsigned code, std::string description);
+/// Another HTTP status, without a body.
+Misbehaviour HttpStatus(int status, std::string reason, std::string cim_error = {});
+/// Another Content-Type; an empty one leaves the header out.
+Misbehaviour ContentType(std::string type);
+/// Another CIMOperation header; an empty one leaves it out.
+Misbehaviour OperationHeader(std::string operation);
+/// Another message's ID in the answer.
+Misbehaviour MessageId(std::string id);
+/// Repeats the instances of the answer until it has at least `bytes` bytes, well formed to its end.
+Misbehaviour HugeReply(std::size_t bytes);
+/// Closes after every `requests`-th request of a connection, with `Connection: close` or without.
+Misbehaviour CloseEvery(std::size_t requests, bool announced = true);
+
+/// Reads "NAME", "NAME=NUMBER", "NAME=TEXT" or "NAME=NUMBER,TEXT", such as "http-status=503" or
+/// "cim-error-element=1,provider died". Throws std::invalid_argument with a text that says what to
+/// write instead.
+Misbehaviour ByName(std::string_view text);
+/// The names that ByName() knows, each with a line of explanation.
+struct Name {
+    std::string name;
+    std::string meaning;
+};
+std::vector<Name> Names();
+
+}  // namespace Misbehaviours
+
+}  // namespace simhost
