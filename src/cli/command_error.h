@@ -1,0 +1,37 @@
+// Why a command stops, and with which exit status.
+#pragma once
+
+#include <stdexcept>
+#include <string>
+
+namespace command {
+
+enum ExitStatus : int {
+    kExitDone = 0,
+    kExitPartly = 1,   ///< some sections failed; for `supported`: the host is not
+    kExitUsage = 2,    ///< the command line or a file it names is wrong
+    kExitNothing = 3,  ///< nothing could be read
+};
+
+/// The text is one line for people: what happened, and what to try. It goes to standard error.
+class CommandError : public std::runtime_error {
+public:
+    CommandError(ExitStatus status, const std::string& message)
+        : std::runtime_error(message), status_(status) {}
+    ExitStatus status() const { return status_; }
+
+private:
+    ExitStatus status_;
+};
+
+class UsageError : public CommandError {
+public:
+    explicit UsageError(const std::string& message) : CommandError(kExitUsage, message) {}
+};
+
+class UnreachableError : public CommandError {
+public:
+    explicit UnreachableError(const std::string& message) : CommandError(kExitNothing, message) {}
+};
+
+}  // namespace command

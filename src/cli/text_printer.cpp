@@ -1,0 +1,146 @@
+#include <algorithm>
+#include <ostream>
+
+#include "cli/display_text.h"
+#include "cli/printer.h"
+
+namespace command {
+
+namespace {
+
+constexpr const char* kColumnGap = "  ";
+constexpr const char* kAbsent = "-";  ///< the host has no such property, or an empty one
+
+/// A line of texts that fit for a terminal.
+using Line = std::vector<std::string>;
+
+bool IsNumber(const Cell& cell) { return !std::holds_alternative<std::string>(cell); }
+
+std::string ShownCell(const Cell& cell) {
+    if (const auto* text = std::get_if<std::string>(&cell)) {
+        return text->empty() ? kAbsent : DisplayText(*text);
+    }
+    return std::visit(
+        [](const auto& value) -> std::string {
+            if constexpr (std::is_arithmetic_v<std::decay_t<decltype(value)>>) {
+                return std::to_string(value);
+            } else {
+                return value;
+            }
+        },
+        cell);
+}
+
+Line ShownRow(const std::vector<Cell>& row) {
+    Line line;
+    std::ranges::transform(row, std::back_inserter(line), ShownCell);
+    return line;
+}
+
+std::string Padding(std::size_t width, const std::string& text) {
+    const std::size_t used = DisplayWidth(text);
+    return std::string(width > used ? width - used : 0, ' ');
+}
+
+std::vector<std::size_t> WidthsOf(const std::vector<Line>& lines) {
+    std::vector<std::size_t> widths(lines.front().size(), 0);
+    for (const Line& line : lines) {
+        for (std::size_t i = 0; i < line.size(); ++i) {
+            widths[i] = std::max(widths[i], DisplayWidth(line[i]));
+        }
+    }
+    return widths;
+}
+
+class TextPrinter : public Printer {
+public:
+    explicit TextPrinter(std::ostream& out) : out_(out) {}
+
+    void Begin(const std::string& host, std::uint16_t port) override {
+        out_ << "Inventory of " << DisplayText(host) << ", port " << port << std::endl;
+    }
+
+    void Print(const char* /*section*/, const SectionContent& content) override {
+        for (const Table& table : content.tables) {
+            WriteTitle(table);
+            if (table.failed) {
+                out_ << "Could not be read: " << table.failure << ".\n";
+            }
+            WriteRows(table);
+        }
+        out_.flush();
+    }
+
+    void End() override { out_.flush(); }
+
+private:
+    void WriteTitle(const Table& table) {
+        std::string title = table.head.title;
+        if (table.head.shape == Shape::kList && !table.rows.empty()) {
+            title += " (" + std::to_string(table.rows.size()) + ")";
+        }
+        out_ << '\n' << title << '\n' << std::string(DisplayWidth(title), '=') << '\n';
+    }
+
+    void WriteRows(const Table& table) {
+        if (table.head.shape == Shape::kOneRecord) {
+            WriteRecord(table);
+        } else if (!table.rows.empty()) {
+            WriteList(table);
+        } else if (!table.failed) {
+            out_ << "The host has none.\n";
+        }
+    }
+
+    void WriteRecord(const Table& table) {
+        std::vector<Line> headings;
+        for (const Column& column : table.columns) {
+            headings.push_back({column.heading});
+        }
+        const std::size_t width = WidthsOf(headings).front();
+        const Line values = ShownRow(table.rows.front());
+        const bool nothing_read = std::ranges::count(values, kAbsent) == std::ssize(values);
+        for (std::size_t i = 0; i < values.size() && !(table.failed && nothing_read); ++i) {
+            const std::string heading = table.columns[i].heading;
+            out_ << heading << Padding(width, heading) << kColumnGap << values[i] << '\n';
+        }
+    }
+
+    void WriteList(const Table& table) {
+        std::vector<Line> lines(2);
+        for (const Column& column : table.columns) {
+            lines[0].emplace_back(column.heading);
+        }
+        std::ranges::transform(table.rows, std::back_inserter(lines), ShownRow);
+        lines[1].resize(lines[0].size());
+        const std::vector<std::size_t> widths = WidthsOf(lines);
+        std::ranges::transform(widths, lines[1].begin(),
+                               [](std::size_t width) { return std::string(width, '-'); });
+        for (const Line& line : lines) {
+            WriteLine(line, widths, table.rows.front());
+        }
+    }
+
+    /// `sample` tells which columns are numbers: these stand right.
+    void WriteLine(const Line& line, const std::vector<std::size_t>& widths,
+                   const std::vector<Cell>& sample) {
+        for (std::size_t i = 0; i < line.size(); ++i) {
+            const std::string padding = Padding(widths[i], line[i]);
+            const bool is_last = i + 1 == line.size();
+            const bool is_number = IsNumber(sample[i]);
+            out_ << (i == 0 ? "" : kColumnGap) << (is_number ? padding : "") << line[i]
+                 << (is_number || is_last ? "" : padding);
+        }
+        out_ << '\n';
+    }
+
+    std::ostream& out_;
+};
+
+}  // namespace
+
+std::unique_ptr<Printer> MakeTextPrinter(std::ostream& out) {
+    return std::make_unique<TextPrinter>(out);
+}
+
+}  // namespace command
