@@ -47,49 +47,50 @@ Table TableOf(const TableHead& head, std::span<const Record> records, int result
     return table;
 }
 
+/// The facade's operation, or its failure where no host is to be asked.
+template <class... Parameters, class... Arguments>
+int Ask(Kalvex* host, int (Kalvex::*get)(Parameters...), Arguments&&... arguments) {
+    constexpr int kFailed = 1;
+    return host == nullptr ? kFailed : (host->*get)(std::forward<Arguments>(arguments)...);
+}
+
 template <class Record>
-SectionContent ReadRecord(const TableHead& head, Kalvex& host, int (Kalvex::*get)(Record&)) {
+SectionContent ReadRecord(const TableHead& head, Kalvex* host, int (Kalvex::*get)(Record&)) {
     Record record;
-    const int result = (host.*get)(record);
+    const int result = Ask(host, get, record);
     return {result, {TableOf<Record>(head, std::span(&record, 1), result)}};
 }
 
-template <class Record, class Get>
-SectionContent ReadRecords(const TableHead& head, Get get) {
+template <class Record, class... Parameters>
+SectionContent ReadList(const TableHead& head, Kalvex* host,
+                        int (Kalvex::*get)(std::vector<Record>&, Parameters...),
+                        Parameters... parameters) {
     std::vector<Record> records;
-    const int result = get(records);
+    const int result = Ask(host, get, records, parameters...);
     return {result, {TableOf<Record>(head, records, result)}};
 }
 
-template <class Record>
-SectionContent ReadList(const TableHead& head, Kalvex& host,
-                        int (Kalvex::*get)(std::vector<Record>&)) {
-    return ReadRecords<Record>(head, [&](auto& records) { return (host.*get)(records); });
-}
-
-SectionContent ReadEndpoints(const TableHead& head, Kalvex& host, int family) {
-    return ReadRecords<IPProtocolData>(
-        head, [&](auto& records) { return host.GetIPProtocolInfo(records, family); });
-}
-
-SectionContent ReadPci(Kalvex& host) {
+SectionContent ReadPci(Kalvex* host) {
     Pciinfo info;
-    const int result = host.GetPCIInfo(info);
+    const int result = Ask(host, &Kalvex::GetPCIInfo, info);
     return {result,
             {TableOf<PCIDevice>(kDevices, info.devices_, result),
              TableOf<PCIBridge>(kBridges, info.bridges_, result),
              TableOf<SystemSlot>(kSlots, info.slots_, result)}};
 }
 
+constexpr int kIPv4Family = 0;
+constexpr int kIPv6Family = 1;
+
 constexpr Section kSections[] = {
-    {"system", [](Kalvex& h) { return ReadRecord(kSystem, h, &Kalvex::GetComputerSystem); }},
-    {"os", [](Kalvex& h) { return ReadRecord(kOs, h, &Kalvex::GetOperationSystem); }},
-    {"packages", [](Kalvex& h) { return ReadList(kPackages, h, &Kalvex::GetInstalledPackages); }},
-    {"events", [](Kalvex& h) { return ReadList(kEvents, h, &Kalvex::GetIpmiRecord); }},
-    {"privileges", [](Kalvex& h) { return ReadList(kPrivileges, h, &Kalvex::GetVMwarePrivilege); }},
-    {"ports", [](Kalvex& h) { return ReadList(kPorts, h, &Kalvex::GetEthernetPorts); }},
-    {"ipv4", [](Kalvex& h) { return ReadEndpoints(kIPv4, h, 0); }},
-    {"ipv6", [](Kalvex& h) { return ReadEndpoints(kIPv6, h, 1); }},
+    {"system", [](Kalvex* h) { return ReadRecord(kSystem, h, &Kalvex::GetComputerSystem); }},
+    {"os", [](Kalvex* h) { return ReadRecord(kOs, h, &Kalvex::GetOperationSystem); }},
+    {"packages", [](Kalvex* h) { return ReadList(kPackages, h, &Kalvex::GetInstalledPackages); }},
+    {"events", [](Kalvex* h) { return ReadList(kEvents, h, &Kalvex::GetIpmiRecord); }},
+    {"privileges", [](Kalvex* h) { return ReadList(kPrivileges, h, &Kalvex::GetVMwarePrivilege); }},
+    {"ports", [](Kalvex* h) { return ReadList(kPorts, h, &Kalvex::GetEthernetPorts); }},
+    {"ipv4", [](Kalvex* h) { return ReadList(kIPv4, h, &Kalvex::GetIPProtocolInfo, kIPv4Family); }},
+    {"ipv6", [](Kalvex* h) { return ReadList(kIPv6, h, &Kalvex::GetIPProtocolInfo, kIPv6Family); }},
     {"pci", ReadPci},
 };
 

@@ -21,7 +21,8 @@ struct SectionContent {
 
 struct Section {
     const char* name;
-    SectionContent (*read)(Zentar::Agentless::Kalvex& host);
+    /// Without a host it asks nobody, and gives what a failure gives.
+    SectionContent (*read)(Zentar::Agentless::Kalvex* host);
 };
 
 /// All sections, in the order in which they are read and printed. The last one moves the host

@@ -1,0 +1,107 @@
+#include "cli/host_options.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+
+#include "cli/command_error.h"
+
+namespace command {
+
+namespace {
+
+constexpr double kLongestConnectTimeout = 3600;
+
+/// A password among the arguments shows in every process list. The value is neither used nor
+/// repeated.
+void RefusePasswordArgument(CLI::App& app) {
+    app.add_option_function<std::string>(
+           "--password",
+           [](const std::string&) {
+               throw UsageError(
+                   "a password is never an argument, where others can see it; use "
+                   "--password-file FILE or KALVEX_PASSWORD, or type it when asked");
+           })
+        ->expected(0, 1)
+        ->group("");
+}
+
+/// An IPv6 address as URLs write it.
+std::string WithoutBrackets(const std::string& host) {
+    const bool bracketed = host.size() > 2 && host.front() == '[' && host.back() == ']';
+    return bracketed ? host.substr(1, host.size() - 2) : host;
+}
+
+void CheckHostName(const std::string& host) {
+    if (host.find_first_of("/@ \t\r\n") != std::string::npos) {
+        throw UsageError("--host takes a name or an address alone, such as esx01.example.com");
+    }
+    if (std::ranges::count(host, ':') == 1) {
+        throw UsageError("--host takes a name or an address alone; give the port with --port");
+    }
+}
+
+}  // namespace
+
+std::uint16_t HostOptions::PortOrDefault() const {
+    return port.value_or(transport == Transport::kHttps ? 5989 : 5988);
+}
+
+void AddTransportOption(CLI::App& app, Transport& transport) {
+    static const std::map<std::string, Transport> kNames{{"https", Transport::kHttps},
+                                                         {"http", Transport::kHttp}};
+    app.add_option_function<std::string>(
+           "--transport", [&transport](const std::string& name) { transport = kNames.at(name); },
+           "https or http")
+        ->check(CLI::IsMember({"https", "http"}))
+        ->type_name("https|http")
+        ->default_str("https");
+}
+
+void AddHostOptions(CLI::App& app, HostOptions& options) {
+    auto* host = app.add_option("--host", options.host, "Name or address of the host to read")
+                     ->type_name("HOST");
+    auto* port = app.add_option("--port", options.port, "TCP port [5989 for https, 5988 for http]")
+                     ->check(CLI::Range(1, 65535))
+                     ->type_name("N");
+    AddTransportOption(app, options.transport);
+    auto* user = app.add_option("--user", options.user, "User name on the host")->type_name("NAME");
+    auto* password =
+        app.add_option("--password-file", options.password_file,
+                       "File that holds the password, - for standard input; else the environment "
+                       "variable KALVEX_PASSWORD, else it is asked on the terminal")
+            ->type_name("FILE");
+    app.add_option("--connect-timeout", options.connect_timeout,
+                   "Seconds to wait for the first connection")
+        ->check(CLI::Range(0.001, kLongestConnectTimeout))
+        ->type_name("SECONDS")
+        ->capture_default_str();
+    app.add_option_function<std::string>(
+           "--simulated",
+           [&options](const std::string& file) {
+               options.simulated = true;
+               options.description_file = file;
+           },
+           "Read the simulated host in place of --host: the built-in one, or the one that FILE "
+           "describes")
+        ->expected(0, 1)
+        ->type_name("[FILE]")
+        ->excludes(host)
+        ->excludes(port)
+        ->excludes(user)
+        ->excludes(password);
+    RefusePasswordArgument(app);
+}
+
+void CheckHostOptions(HostOptions& options) {
+    if (options.simulated) {
+        return;
+    }
+    if (options.host.empty()) {
+        throw UsageError(
+            "no host to read; name it with --host HOST, or use --simulated for the built-in one");
+    }
+    options.host = WithoutBrackets(options.host);
+    CheckHostName(options.host);
+}
+
+}  // namespace command

@@ -1,0 +1,39 @@
+// The options that say which host to read, shared by the commands that read one.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace CLI {
+class App;
+}
+
+namespace command {
+
+enum class Transport { kHttp, kHttps };
+
+struct HostOptions {
+    std::string host;  ///< empty when the simulated host is to be read
+    std::optional<std::uint16_t> port;
+    Transport transport = Transport::kHttps;
+    std::string user;
+    std::string password_file;
+    bool simulated = false;
+    std::string description_file;  ///< of the simulated host; empty for the built-in one
+    double connect_timeout = 5;    ///< seconds
+
+    std::uint16_t PortOrDefault() const;
+};
+
+/// Adds the options to a command; they are read and checked when it is parsed. The structure has
+/// to outlive the parsing.
+void AddHostOptions(CLI::App& app, HostOptions& options);
+
+/// Adds --transport alone.
+void AddTransportOption(CLI::App& app, Transport& transport);
+
+/// Throws UsageError unless exactly one host is named, in a form that can be connected to.
+void CheckHostOptions(HostOptions& options);
+
+}  // namespace command

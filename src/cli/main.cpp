@@ -1,0 +1,77 @@
+// The kalvex command.
+#include <CLI/CLI.hpp>
+#include <cerrno>
+#include <cstring>
+#include <iostream>
+
+#include "cli/command_error.h"
+#include "cli/commands.h"
+
+namespace {
+
+using namespace command;
+
+constexpr const char* kExample =
+    "Example:\n"
+    "  kalvex inventory --simulated\n\n"
+    "kalvex COMMAND --help tells more about each command.";
+
+int Fail(const std::string& message, int status) {
+    std::cerr << "kalvex: " << message << std::endl;
+    return status;
+}
+
+/// The help of the command that the arguments chose, for a hint.
+std::string HelpCall(const CLI::App& program) {
+    const auto chosen = program.get_subcommands();
+    return "kalvex " + (chosen.empty() ? "" : chosen.front()->get_name() + " ") + "--help";
+}
+
+int FinishParsing(const CLI::App& program, const CLI::ParseError& error) {
+    if (error.get_exit_code() == 0) {
+        return program.exit(error);
+    }
+    return Fail(std::string(error.what()) + "; see " + HelpCall(program), kExitUsage);
+}
+
+/// What was printed may still fail to arrive.
+int AfterOutput(int status) {
+    errno = 0;
+    if (std::cout.flush()) {
+        return status;
+    }
+    const std::string reason = errno == 0 ? "write error" : std::strerror(errno);
+    return Fail("cannot write to standard output (" + reason + "); make room or redirect it",
+                status == kExitDone ? kExitPartly : status);
+}
+
+int Run(int argc, char** argv) {
+    int exit_status = kExitDone;
+    CLI::App program(
+        "Reads the inventory of VMware ESXi hosts without installing anything on them.", "kalvex");
+    program.set_version_flag("--version", "kalvex " KALVEX_VERSION, "Print the version and exit");
+    program.set_help_flag("-h,--help", "Print this help and exit");
+    program.require_subcommand(1);
+    program.footer(kExample);
+    AddInventoryCommand(program, exit_status);
+    AddSupportedCommand(program, exit_status);
+    AddSimulateCommand(program, exit_status);
+    try {
+        program.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return AfterOutput(FinishParsing(program, error));
+    }
+    return AfterOutput(exit_status);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    try {
+        return Run(argc, argv);
+    } catch (const CommandError& error) {
+        return Fail(error.what(), error.status());
+    } catch (const std::exception& error) {
+        return Fail(std::string("stopped by an unexpected failure: ") + error.what(), kExitNothing);
+    }
+}
