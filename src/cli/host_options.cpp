@@ -40,6 +40,15 @@ void CheckHostName(const std::string& host) {
     }
 }
 
+void CheckAlone(const HostOptions& simulated) {
+    if (!simulated.host.empty() || simulated.port || !simulated.user.empty() ||
+        !simulated.password_file.empty()) {
+        throw UsageError(
+            "--simulated takes the place of a real host; leave out --host, --port, --user and "
+            "--password-file, or leave out --simulated");
+    }
+}
+
 }  // namespace
 
 std::uint16_t HostOptions::PortOrDefault() const {
@@ -52,27 +61,26 @@ void AddTransportOption(CLI::App& app, Transport& transport) {
     app.add_option_function<std::string>(
            "--transport", [&transport](const std::string& name) { transport = kNames.at(name); },
            "https or http")
-        ->check(CLI::IsMember({"https", "http"}))
+        ->check(CLI::IsMember({"https", "http"}).description(""))
         ->type_name("https|http")
         ->default_str("https");
 }
 
 void AddHostOptions(CLI::App& app, HostOptions& options) {
-    auto* host = app.add_option("--host", options.host, "Name or address of the host to read")
-                     ->type_name("HOST");
-    auto* port = app.add_option("--port", options.port, "TCP port [5989 for https, 5988 for http]")
-                     ->check(CLI::Range(1, 65535))
-                     ->type_name("N");
+    app.add_option("--host", options.host, "Name or address of the host to read")
+        ->type_name("HOST");
+    app.add_option("--port", options.port, "TCP port [5989 for https, 5988 for http]")
+        ->check(CLI::Range(1, 65535).description(""))
+        ->type_name("N");
     AddTransportOption(app, options.transport);
-    auto* user = app.add_option("--user", options.user, "User name on the host")->type_name("NAME");
-    auto* password =
-        app.add_option("--password-file", options.password_file,
-                       "File that holds the password, - for standard input; else the environment "
-                       "variable KALVEX_PASSWORD, else it is asked on the terminal")
-            ->type_name("FILE");
+    app.add_option("--user", options.user, "User name on the host")->type_name("NAME");
+    app.add_option("--password-file", options.password_file,
+                   "File that holds the password, - for standard input; else the environment "
+                   "variable KALVEX_PASSWORD, else it is asked on the terminal")
+        ->type_name("FILE");
     app.add_option("--connect-timeout", options.connect_timeout,
                    "Seconds to wait for the first connection")
-        ->check(CLI::Range(0.001, kLongestConnectTimeout))
+        ->check(CLI::Range(0.001, kLongestConnectTimeout).description(""))
         ->type_name("SECONDS")
         ->capture_default_str();
     app.add_option_function<std::string>(
@@ -84,16 +92,13 @@ void AddHostOptions(CLI::App& app, HostOptions& options) {
            "Read the simulated host in place of --host: the built-in one, or the one that FILE "
            "describes")
         ->expected(0, 1)
-        ->type_name("[FILE]")
-        ->excludes(host)
-        ->excludes(port)
-        ->excludes(user)
-        ->excludes(password);
+        ->type_name("[FILE]");
     RefusePasswordArgument(app);
 }
 
 void CheckHostOptions(HostOptions& options) {
     if (options.simulated) {
+        CheckAlone(options);
         return;
     }
     if (options.host.empty()) {

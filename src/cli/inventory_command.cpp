@@ -118,7 +118,7 @@ void AddInventoryCommand(CLI::App& program, int& exit_status) {
         ->type_name("");
     AddHostOptions(*command, options->host);
     command->add_option("--format", options->format, "text for people, json for programs")
-        ->check(CLI::IsMember({"text", "json"}))
+        ->check(CLI::IsMember({"text", "json"}).description(""))
         ->type_name("text|json")
         ->capture_default_str();
     AddLogOptions(*command, options->log);

@@ -11,7 +11,7 @@ void AddLogOptions(CLI::App& app, LogOptions& options) {
     app.add_option("--log-level", options.level,
                    "0 logs nothing, 1 failures, 2 also missing properties, 3 also progress and "
                    "results, 4 everything")
-        ->check(CLI::Range(0, 4))
+        ->check(CLI::Range(0, 4).description(""))
         ->type_name("0..4")
         ->capture_default_str();
     app.add_option("--log-file", options.file, "File to append the log to [standard error]")

@@ -1,7 +1,5 @@
 // The kalvex command.
 #include <CLI/CLI.hpp>
-#include <cerrno>
-#include <cstring>
 #include <iostream>
 
 #include "cli/command_error.h"
@@ -36,12 +34,10 @@ int FinishParsing(const CLI::App& program, const CLI::ParseError& error) {
 
 /// What was printed may still fail to arrive.
 int AfterOutput(int status) {
-    errno = 0;
     if (std::cout.flush()) {
         return status;
     }
-    const std::string reason = errno == 0 ? "write error" : std::strerror(errno);
-    return Fail("cannot write to standard output (" + reason + "); make room or redirect it",
+    return Fail("standard output could not be written to its end; is the disk full?",
                 status == kExitDone ? kExitPartly : status);
 }
 

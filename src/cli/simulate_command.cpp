@@ -60,7 +60,7 @@ void AddSimulateCommand(CLI::App& program, int& exit_status) {
     command->add_option("FILE", options->description_file, "Host description [the built-in host]")
         ->type_name("");
     command->add_option("--port", options->port, "TCP port on 127.0.0.1; 0 is any free one")
-        ->check(CLI::Range(0, 65535))
+        ->check(CLI::Range(0, 65535).description(""))
         ->type_name("N")
         ->capture_default_str();
     AddTransportOption(*command, options->transport);
