@@ -4,12 +4,14 @@
 
 #include <sstream>
 
+#include "common/log/log_export.h"
+
 namespace Zentar {
 
 /// One log message: constructed with its level and source position, filled through Stream(), and
 /// emitted whole by the destructor. Levels: 1 failures, 2 properties that an instance lacks,
 /// 3 progress and results, 4 traces. Messages may be built on many threads at once.
-class Log {
+class ZENTAR_LOG_EXPORT Log {
 public:
     Log(unsigned level, const char* file, int line);
     ~Log();

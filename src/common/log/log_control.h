@@ -4,6 +4,8 @@
 #include <functional>
 #include <string>
 
+#include "common/log/log_export.h"
+
 namespace Zentar {
 
 /// A finished message, as the log library received it.
@@ -17,21 +19,24 @@ struct LogMessage {
 using LogSink = std::function<void(const LogMessage&)>;
 
 /// Messages above this level are not built. 0 to 4; 1 at start.
-void SetMinLogLevel(unsigned level);
+ZENTAR_LOG_EXPORT void SetMinLogLevel(unsigned level);
 
 /// Writes to standard error, as at start.
-void LogToStandardError();
+ZENTAR_LOG_EXPORT void LogToStandardError();
 
 /// Appends to the file. Returns an empty text, or what went wrong; then nothing has changed.
-std::string LogToFile(const std::string& path);
+ZENTAR_LOG_EXPORT std::string LogToFile(const std::string& path);
 
 /// Hands every message to `sink` in place of writing it, one at a time, on the thread that logged
 /// it. An empty sink returns to the destination set before.
-void SetLogSink(LogSink sink);
+ZENTAR_LOG_EXPORT void SetLogSink(LogSink sink);
 
-/// The line (or lines, continuations indented) that the reference library writes for a message:
-/// "TIME [LEVEL] FILE:LINE TEXT" with a line break at the end. Control characters appear escaped,
-/// so that no text can pass for another message.
-std::string FormatLogMessage(const LogMessage& message);
+/// Writes a message to the destination, past any sink. A destination that cannot take it loses it.
+ZENTAR_LOG_EXPORT void WriteLogMessage(const LogMessage& message);
+
+/// What the reference library writes for a message: "TIME [LEVEL] FILE:LINE TEXT" and a line break.
+/// Further lines of the text are indented and control characters appear escaped, so that no text
+/// can pass for another message.
+ZENTAR_LOG_EXPORT std::string FormatLogMessage(const LogMessage& message);
 
 }  // namespace Zentar
