@@ -1,0 +1,22 @@
+// What a host answers to a CIM operation.
+#pragma once
+
+#include <string>
+#include <variant>
+
+#include "simhost/cim_request.h"
+#include "simhost/model.h"
+
+namespace simhost {
+
+struct CimError {
+    unsigned code = 0;
+    std::string description;
+};
+
+/// The XML of the returned elements, possibly none.
+using OperationResult = std::variant<std::string, CimError>;
+
+OperationResult Perform(const Host& host, const CimRequest& request);
+
+}  // namespace simhost

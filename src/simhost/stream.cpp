@@ -1,0 +1,160 @@
+#include "simhost/stream.h"
+
+#include <array>
+#include <boost/asio/executor_work_guard.hpp>
+#include <boost/asio/io_context.hpp>
+#include <boost/asio/ip/tcp.hpp>
+#include <boost/asio/ssl/stream.hpp>
+#include <boost/asio/write.hpp>
+#include <optional>
+
+namespace simhost {
+
+namespace asio = boost::asio;
+using boost::system::error_code;
+
+/// Operations are started asynchronously and run on the calling thread, so that each has a time
+/// limit and Stop() reaches it.
+class Stream::Impl {
+public:
+    using Socket = asio::ip::tcp::socket;
+    using Clock = std::chrono::steady_clock;
+
+    struct Outcome {
+        bool done = false;
+        error_code error;
+        std::size_t size = 0;
+    };
+
+    explicit Impl(NativeSocket accepted)
+        : work(io.get_executor()),
+          socket(io, accepted.ip_v6 ? asio::ip::tcp::v6() : asio::ip::tcp::v4(), accepted.handle) {
+        error_code ignored;
+        socket.set_option(asio::ip::tcp::no_delay(true), ignored);
+    }
+
+    /// Runs until the operation is done or the deadline is over.
+    void RunUntil(const std::shared_ptr<Outcome>& outcome, Clock::time_point deadline);
+    /// Runs until the operation is done; throws when it failed.
+    std::size_t Complete(const std::shared_ptr<Outcome>& outcome);
+
+    asio::io_context io{1};
+    asio::executor_work_guard<asio::io_context::executor_type> work;
+    Socket socket;
+    std::optional<asio::ssl::stream<Socket&>> tls;
+    std::array<char, 16384> buffer;
+};
+
+namespace {
+
+/// How long the peer's answer to our goodbye is waited for.
+constexpr std::chrono::milliseconds kGoodbyeLimit{100};
+
+/// A handler that outlives the call that started its operation.
+auto StoreIn(std::shared_ptr<Stream::Impl::Outcome> outcome) {
+    return [outcome](const error_code& error, std::size_t size = 0) {
+        outcome->done = true;
+        outcome->error = error;
+        outcome->size = size;
+    };
+}
+
+}  // namespace
+
+void Stream::Impl::RunUntil(const std::shared_ptr<Outcome>& outcome, Clock::time_point deadline) {
+    while (!outcome->done && !io.stopped() && Clock::now() < deadline) {
+        io.run_one_until(deadline);
+    }
+    if (io.stopped()) {
+        throw ConnectionEnded();
+    }
+}
+
+std::size_t Stream::Impl::Complete(const std::shared_ptr<Outcome>& outcome) {
+    RunUntil(outcome, Clock::time_point::max());
+    if (outcome->error) {
+        throw ConnectionEnded();
+    }
+    return outcome->size;
+}
+
+Stream::Stream(NativeSocket accepted) : impl_(std::make_unique<Impl>(accepted)) {}
+
+Stream::~Stream() = default;
+
+bool Stream::StartTls(TlsContext& context) {
+    impl_->tls.emplace(impl_->socket, context.asio());
+    const auto outcome = std::make_shared<Impl::Outcome>();
+    impl_->tls->async_handshake(asio::ssl::stream_base::server, StoreIn(outcome));
+    impl_->Complete(outcome);
+    return SSL_session_reused(impl_->tls->native_handle()) == 1;
+}
+
+std::string_view Stream::Read(Duration limit) {
+    const auto deadline =
+        limit == Duration::zero() ? Impl::Clock::time_point::max() : Impl::Clock::now() + limit;
+    const auto outcome = std::make_shared<Impl::Outcome>();
+    const auto buffer = asio::buffer(impl_->buffer);
+    if (impl_->tls) {
+        impl_->tls->async_read_some(buffer, StoreIn(outcome));
+    } else {
+        impl_->socket.async_read_some(buffer, StoreIn(outcome));
+    }
+    impl_->RunUntil(outcome, deadline);
+    if (!outcome->done) {
+        error_code ignored;
+        impl_->socket.cancel(ignored);
+        impl_->RunUntil(outcome, Impl::Clock::time_point::max());
+        return {};
+    }
+    return {impl_->buffer.data(), impl_->Complete(outcome)};
+}
+
+void Stream::Write(std::string_view bytes) {
+    const auto outcome = std::make_shared<Impl::Outcome>();
+    const auto buffer = asio::buffer(bytes.data(), bytes.size());
+    if (impl_->tls) {
+        asio::async_write(*impl_->tls, buffer, StoreIn(outcome));
+    } else {
+        asio::async_write(impl_->socket, buffer, StoreIn(outcome));
+    }
+    impl_->Complete(outcome);
+}
+
+void Stream::Pause(Duration duration) {
+    impl_->RunUntil(std::make_shared<Impl::Outcome>(), Impl::Clock::now() + duration);
+}
+
+void Stream::AwaitPeersEnd() {
+    for (;;) {
+        Read();
+    }
+}
+
+void Stream::CloseProperly() {
+    if (impl_->tls) {
+        const auto outcome = std::make_shared<Impl::Outcome>();
+        impl_->tls->async_shutdown(StoreIn(outcome));
+        try {
+            impl_->RunUntil(outcome, Impl::Clock::now() + kGoodbyeLimit);
+        } catch (const ConnectionEnded&) {
+        }
+    }
+    Close();
+}
+
+void Stream::Close() {
+    error_code ignored;
+    impl_->socket.shutdown(asio::socket_base::shutdown_both, ignored);
+    impl_->socket.close(ignored);
+}
+
+void Stream::Reset() {
+    error_code ignored;
+    impl_->socket.set_option(asio::socket_base::linger(true, 0), ignored);
+    impl_->socket.close(ignored);
+}
+
+void Stream::Stop() { impl_->io.stop(); }
+
+}  // namespace simhost
