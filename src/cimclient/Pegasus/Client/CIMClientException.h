@@ -1,0 +1,44 @@
+// Exceptions that a reply of the server, or its absence, leads to.
+#pragma once
+
+#include "Pegasus/Common/Exception.h"
+
+PEGASUS_NAMESPACE_BEGIN
+
+/// The reply is not HTTP, or lacks what CIM operations over HTTP (DSP0200) require.
+class CIMClientMalformedHTTPException : public Exception {
+public:
+    CIMClientMalformedHTTPException(const String& message);
+};
+
+/// The reply's body is not the CIM-XML (DSP0201) that was expected.
+class CIMClientXmlException : public Exception {
+public:
+    CIMClientXmlException(const String& message);
+};
+
+/// The reply answers another request, or holds a value that contradicts itself.
+class CIMClientResponseException : public Exception {
+public:
+    CIMClientResponseException(const String& message);
+};
+
+/// The reply has another status than 200.
+class CIMClientHTTPErrorException : public Exception {
+public:
+    CIMClientHTTPErrorException(Uint32 httpStatusCode, const String& reasonPhrase,
+                                const String& cimError, const String& cimErrorDetail);
+    CIMClientHTTPErrorException(Uint32 httpStatusCode, const String& cimError,
+                                const String& cimErrorDetail);
+
+    Uint32 getCode() const;
+    String getCIMError() const;
+    String getCIMErrorDetail() const;
+
+private:
+    Uint32 code_;
+    String cim_error_;
+    String cim_error_detail_;
+};
+
+PEGASUS_NAMESPACE_END

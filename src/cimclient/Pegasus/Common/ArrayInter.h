@@ -1,0 +1,4 @@
+// Kept so that existing #include lines work.
+#pragma once
+
+#include "Pegasus/Common/Array.h"

@@ -1,0 +1,14 @@
+// Objects that travel as text inside a value.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "Pegasus/Common/CIMObject.h"
+
+namespace cimclient {
+
+/// The object of an INSTANCE or CLASS element; nothing when the text is something else.
+std::optional<Pegasus::CIMObject> ReadEmbeddedObject(const std::string& text);
+
+}  // namespace cimclient

@@ -1,0 +1,21 @@
+// Puts objects together from parts that have been read, past the checks made for hand-built ones.
+#pragma once
+
+#include <vector>
+
+#include "Pegasus/Common/CIMObject.h"
+
+namespace cimclient {
+
+/// Of qualifiers or properties of one name the first counts.
+Pegasus::CIMInstance AssembleInstance(const Pegasus::CIMName& class_name,
+                                      std::vector<Pegasus::CIMQualifier> qualifiers,
+                                      std::vector<Pegasus::CIMProperty> properties);
+
+void SetQualifiers(Pegasus::CIMProperty& property, std::vector<Pegasus::CIMQualifier> qualifiers);
+
+/// The path's spelling of the class name wins; another class throws CIMClientResponseException.
+template <class Object>
+void SetPath(Object& object, const Pegasus::CIMObjectPath& path);
+
+}  // namespace cimclient

@@ -1,0 +1,175 @@
+// Paths: instance names, their keys, and where the objects live.
+#include "Pegasus/Client/CIMClientException.h"
+#include "cimxml/object_reader.h"
+
+namespace cimclient {
+
+using namespace Pegasus;
+
+namespace {
+
+struct KeyType {
+    const char* name;
+    CIMKeyBinding::Type type;
+};
+
+constexpr KeyType kKeyTypes[] = {
+    {"", CIMKeyBinding::STRING},
+    {"string", CIMKeyBinding::STRING},
+    {"boolean", CIMKeyBinding::BOOLEAN},
+    {"numeric", CIMKeyBinding::NUMERIC},
+};
+
+}  // namespace
+
+std::string ObjectReader::Attribute(const char* attribute) {
+    const std::string* value = xml_.FindAttribute(attribute);
+    return value != nullptr ? *value : std::string();
+}
+
+CIMName ObjectReader::Name(const std::string& name) {
+    const auto [entry, is_new] = names_.try_emplace(name);
+    if (is_new && CIMName::legal(String::FromUtf8(name))) {
+        entry->second = CIMName::Unchecked(String::FromUtf8(name));
+    }
+    return entry->second;
+}
+
+CIMName ObjectReader::ClassAttribute(const char* element, const char* attribute) {
+    const std::string where = std::string(element) + "." + attribute;
+    const std::string* value = xml_.FindAttribute(attribute);
+    if (value == nullptr) {
+        xml_.FailValidation("missing " + where + " attribute");
+    }
+    const CIMName name = Name(*value);
+    if (name.isNull()) {
+        xml_.FailSemantic("Illegal value for " + where + " attribute");
+    }
+    return name;
+}
+
+CIMObjectPath ObjectReader::ReadInstanceName() {
+    const CIMName class_name = ClassAttribute("INSTANCENAME", "CLASSNAME");
+    xml_.ExpectOpen("INSTANCENAME");
+    Array<CIMKeyBinding> keys;
+    // A single key may come without its name.
+    if (xml_.IsOpen("KEYVALUE")) {
+        keys.append(ReadKeyValue(CIMName()));
+    } else if (xml_.IsOpen("VALUE.REFERENCE")) {
+        keys.append(CIMKeyBinding(CIMName(), ReadReference().toString(), CIMKeyBinding::REFERENCE));
+    }
+    while (xml_.IsOpen("KEYBINDING")) {
+        keys.append(ReadKeyBinding());
+    }
+    xml_.ExpectClose("INSTANCENAME");
+    CIMObjectPath path;
+    path.setClassName(class_name);
+    path.setKeyBindings(keys);
+    return path;
+}
+
+CIMKeyBinding ObjectReader::ReadKeyBinding() {
+    const CIMName name = ClassAttribute("KEYBINDING", "NAME");
+    xml_.ExpectOpen("KEYBINDING");
+    CIMKeyBinding key;
+    if (xml_.IsOpen("VALUE.REFERENCE")) {
+        key = CIMKeyBinding(name, ReadReference().toString(), CIMKeyBinding::REFERENCE);
+    } else {
+        key = ReadKeyValue(name);
+    }
+    xml_.ExpectClose("KEYBINDING");
+    return key;
+}
+
+CIMKeyBinding ObjectReader::ReadKeyValue(const CIMName& name) {
+    if (!xml_.IsOpen("KEYVALUE")) {
+        xml_.FailValidation("Expected KEYVALUE or VALUE.REFERENCE element");
+    }
+    const std::string type_name = Attribute("VALUETYPE");
+    xml_.Advance();
+    const String value = String::FromUtf8(xml_.ReadText());
+    xml_.ExpectClose("KEYVALUE");
+    for (const KeyType& key_type : kKeyTypes) {
+        if (type_name == key_type.name) {
+            return CIMKeyBinding(name, value, key_type.type);
+        }
+    }
+    xml_.FailSemantic(
+        "Illegal value for KEYVALUE.VALUETYPE attribute; CIMValue must be one of \"string\", "
+        "\"boolean\", or \"numeric\"");
+}
+
+CIMObjectPath ObjectReader::ReadReference() {
+    xml_.ExpectOpen("VALUE.REFERENCE");
+    CIMObjectPath path;
+    if (xml_.IsOpen("INSTANCENAME")) {
+        path = ReadInstanceName();
+    } else if (xml_.IsOpen("CLASSNAME")) {
+        path = ReadClassName();
+    } else {
+        path = ReadFullPath();
+    }
+    xml_.ExpectClose("VALUE.REFERENCE");
+    return path;
+}
+
+CIMObjectPath ObjectReader::ReadClassName() {
+    CIMObjectPath path;
+    path.setClassName(ClassAttribute("CLASSNAME", "NAME"));
+    xml_.ExpectOpen("CLASSNAME");
+    xml_.ExpectClose("CLASSNAME");
+    return path;
+}
+
+/// INSTANCEPATH, CLASSPATH, LOCALINSTANCEPATH or LOCALCLASSPATH.
+CIMObjectPath ObjectReader::ReadFullPath() {
+    const std::string element(xml_.Peek().name);
+    const bool has_host = element == "INSTANCEPATH" || element == "CLASSPATH";
+    if (!has_host && element != "LOCALINSTANCEPATH" && element != "LOCALCLASSPATH") {
+        xml_.FailValidation("Expected INSTANCEPATH or CLASSPATH element");
+    }
+    xml_.Advance();
+    String host;
+    if (has_host) {
+        xml_.ExpectOpen("NAMESPACEPATH");
+        host = ReadHost();
+    }
+    const CIMNamespaceName name_space = ReadLocalNamespacePath();
+    if (has_host) {
+        xml_.ExpectClose("NAMESPACEPATH");
+    }
+    CIMObjectPath path = xml_.IsOpen("CLASSNAME") ? ReadClassName() : ReadInstanceName();
+    xml_.ExpectClose(element);
+    path.setHost(host);
+    path.setNameSpace(name_space);
+    return path;
+}
+
+String ObjectReader::ReadHost() {
+    xml_.ExpectOpen("HOST");
+    const std::string host = xml_.ReadText();
+    if (host.empty()) {
+        xml_.FailValidation("expected content of HOST element");
+    }
+    xml_.ExpectClose("HOST");
+    return String::FromUtf8(host);
+}
+
+CIMNamespaceName ObjectReader::ReadLocalNamespacePath() {
+    xml_.ExpectOpen("LOCALNAMESPACEPATH");
+    std::string name_space;
+    while (xml_.IsOpen("NAMESPACE")) {
+        const CIMName name = ClassAttribute("NAMESPACE", "NAME");
+        name_space.append(name_space.empty() ? "" : "/").append(name.getString().utf8());
+        xml_.ExpectOpen("NAMESPACE");
+        xml_.ExpectClose("NAMESPACE");
+    }
+    if (name_space.empty()) {
+        xml_.FailValidation(
+            "Expected one or more NAMESPACE elements within LOCALNAMESPACEPATH element");
+    }
+    xml_.ExpectClose("LOCALNAMESPACEPATH");
+    return CIMNamespaceName(String::FromUtf8(name_space));
+}
+
+}  // namespace cimclient

@@ -1,0 +1,150 @@
+#include "cimxml/response_reader.h"
+
+#include <algorithm>
+#include <charconv>
+#include <optional>
+#include <string>
+
+#include "Pegasus/Client/CIMClientException.h"
+#include "cimxml/object_reader.h"
+
+namespace cimclient {
+
+using namespace Pegasus;
+
+namespace {
+
+/// What tells the replies of one operation from those of another.
+template <class Object>
+struct Operation {
+    const char* name;
+    const char* result_element;
+    Object (ObjectReader::*read)();
+};
+
+constexpr Operation<CIMInstance> kEnumerateInstances = {"EnumerateInstances", "VALUE.NAMEDINSTANCE",
+                                                        &ObjectReader::ReadNamedInstance};
+constexpr Operation<CIMObject> kAssociators = {"Associators", "VALUE.OBJECTWITHPATH",
+                                               &ObjectReader::ReadObjectWithPath};
+
+std::string Required(XmlReader& xml, const char* element, const char* attribute,
+                     const char* complaint) {
+    const std::string* value = xml.FindAttribute(attribute);
+    if (value == nullptr) {
+        xml.FailValidation(std::string(complaint) + " " + element + "." + attribute + " attribute");
+    }
+    return *value;
+}
+
+bool IsSupportedProtocol(std::string_view version) {
+    return version.size() > 2 && version.starts_with("1.") &&
+           std::all_of(version.begin() + 2, version.end(),
+                       [](char c) { return c >= '0' && c <= '9'; });
+}
+
+[[noreturn]] void FailResponse(const std::string& message) {
+    throw CIMClientResponseException(String::FromUtf8(message));
+}
+
+void ReadMessageHead(XmlReader& xml, unsigned message_id) {
+    xml.RequireDeclaration();
+    if (!xml.IsOpen("CIM")) {
+        xml.FailValidation("Expected open of CIM element");
+    }
+    Required(xml, "CIM", "CIMVERSION", "missing");
+    Required(xml, "CIM", "DTDVERSION", "missing");
+    xml.ExpectOpen("CIM");
+    if (!xml.IsOpen("MESSAGE")) {
+        xml.FailValidation("Expected open of MESSAGE element");
+    }
+    const std::string id = Required(xml, "MESSAGE", "ID", "Invalid or missing");
+    const std::string version = Required(xml, "MESSAGE", "PROTOCOLVERSION", "Invalid or missing");
+    if (!IsSupportedProtocol(version)) {
+        FailResponse("Received unsupported protocol version \"" + version +
+                     "\", expected \"1.[0-9]+\"");
+    }
+    const std::string expected = std::to_string(message_id);
+    if (id != expected) {
+        FailResponse("Mismatched response message ID:  Got \"" + id + "\", expected \"" + expected +
+                     "\".");
+    }
+    xml.ExpectOpen("MESSAGE");
+    xml.ExpectOpen("SIMPLERSP");
+}
+
+int ErrorCode(XmlReader& xml) {
+    const std::string text = Required(xml, "ERROR", "CODE", "missing");
+    int code = 0;
+    const char* end = text.data() + text.size();
+    const auto result = std::from_chars(text.data(), end, code);
+    if (result.ec != std::errc() || result.ptr != end) {
+        xml.FailValidation("missing ERROR.CODE attribute");
+    }
+    return code;
+}
+
+std::optional<CIMException> ReadError(XmlReader& xml) {
+    const int code = ErrorCode(xml);
+    const std::string* description = xml.FindAttribute("DESCRIPTION");
+    CIMException error(static_cast<CIMStatusCode>(code),
+                       String::FromUtf8(description != nullptr ? *description : std::string()));
+    xml.Advance();
+    ObjectReader reader(xml);
+    while (xml.IsOpen("INSTANCE")) {
+        error.addError(reader.ReadInstance());
+    }
+    xml.ExpectClose("ERROR");
+    return code != 0 ? std::optional(error) : std::nullopt;
+}
+
+template <class Object>
+Array<Object> ReadReturnValue(XmlReader& xml, const Operation<Object>& operation, bool is_own) {
+    xml.ExpectOpen("IRETURNVALUE");
+    ObjectReader reader(xml);
+    Array<Object> objects;
+    // A reply that calls itself another operation's may only be empty.
+    while (is_own && xml.IsOpen(operation.result_element)) {
+        objects.append((reader.*operation.read)());
+    }
+    xml.ExpectClose("IRETURNVALUE");
+    return objects;
+}
+
+template <class Object>
+Array<Object> ReadReply(std::string_view body, unsigned message_id,
+                        const Operation<Object>& operation) {
+    XmlReader xml(body);
+    ReadMessageHead(xml, message_id);
+    if (!xml.IsOpen("IMETHODRESPONSE")) {
+        xml.FailValidation("Expected open of IMETHODRESPONSE element");
+    }
+    const String name = String::FromUtf8(Required(xml, "IMETHODRESPONSE", "NAME", "missing"));
+    const bool is_own = String::equalNoCase(name, String(operation.name));
+    xml.Advance();
+    Array<Object> objects;
+    std::optional<CIMException> error;
+    if (xml.IsOpen("ERROR")) {
+        error = ReadError(xml);
+    } else if (xml.IsOpen("IRETURNVALUE")) {
+        objects = ReadReturnValue(xml, operation, is_own);
+    }
+    for (const char* element : {"IMETHODRESPONSE", "SIMPLERSP", "MESSAGE", "CIM"}) {
+        xml.ExpectClose(element);
+    }
+    if (error) {
+        throw *error;
+    }
+    return objects;
+}
+
+}  // namespace
+
+Array<CIMInstance> ReadInstances(std::string_view body, unsigned message_id) {
+    return ReadReply(body, message_id, kEnumerateInstances);
+}
+
+Array<CIMObject> ReadObjects(std::string_view body, unsigned message_id) {
+    return ReadReply(body, message_id, kAssociators);
+}
+
+}  // namespace cimclient

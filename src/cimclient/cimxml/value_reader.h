@@ -1,0 +1,26 @@
+// Values of properties and qualifiers from their texts.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "Pegasus/Common/CIMObjectPath.h"
+#include "Pegasus/Common/CIMValue.h"
+
+namespace cimclient {
+
+/// What the wire held for one scalar or array element; nothing for VALUE.NULL.
+using ValueText = std::optional<std::string>;
+
+/// The type that a TYPE attribute names.
+std::optional<Pegasus::CIMType> TypeNamed(std::string_view name);
+
+/// A text that does not suit the type gives null.
+Pegasus::CIMValue ScalarFrom(Pegasus::CIMType type, const ValueText& text);
+
+/// An element without text, or whose text does not suit the type, keeps its place and prints empty.
+Pegasus::CIMValue ArrayFrom(Pegasus::CIMType type, const std::vector<ValueText>& texts);
+
+}  // namespace cimclient

@@ -1,0 +1,84 @@
+#include <atomic>
+
+#include "Pegasus/Client/CIMClient.h"
+#include "cimxml/request_writer.h"
+#include "cimxml/response_reader.h"
+#include "client/session.h"
+
+namespace Pegasus::kalvex {
+
+namespace detail {
+
+class ClientSession : public cimclient::Session {};
+
+}  // namespace detail
+
+namespace {
+
+/// One sequence for all clients of the process.
+Uint32 NextMessageId() {
+    static std::atomic<Uint32> next{1000};
+    return next.fetch_add(1, std::memory_order_relaxed);
+}
+
+/// Sends a request and hands the reply's body to its reader.
+template <class Request, class Read>
+auto Perform(cimclient::Session& session, const char* method, const Request& request, Read read) {
+    if (request.name_space.isNull()) {
+        throw InvalidNamespaceNameException(String());
+    }
+    const Uint32 id = NextMessageId();
+    const std::string body =
+        session.Exchange({method, std::string(request.name_space.getString().utf8()),
+                          cimclient::WriteRequest(request, id)});
+    return read(body, id);
+}
+
+}  // namespace
+
+CIMClient::CIMClient() : session_(std::make_unique<detail::ClientSession>()) {}
+
+CIMClient::~CIMClient() = default;
+
+Uint32 CIMClient::getTimeout() const { return session_->Timeout(); }
+
+void CIMClient::setTimeout(Uint32 timeoutMilliseconds) {
+    session_->SetTimeout(timeoutMilliseconds);
+}
+
+void CIMClient::connect(const String& host, const Uint32 portNumber, const String& userName,
+                        const String& password) {
+    session_->Connect(host, portNumber, nullptr, userName, password);
+}
+
+void CIMClient::connect(const String& host, const Uint32 portNumber, const SSLContext& sslContext,
+                        const String& userName, const String& password) {
+    session_->Connect(host, portNumber, &sslContext, userName, password);
+}
+
+void CIMClient::disconnect() { session_->Disconnect(); }
+
+Array<CIMInstance> CIMClient::enumerateInstances(const CIMNamespaceName& nameSpace,
+                                                 const CIMName& className, Boolean deepInheritance,
+                                                 Boolean localOnly, Boolean includeQualifiers,
+                                                 Boolean includeClassOrigin,
+                                                 const CIMPropertyList& propertyList) {
+    const cimclient::EnumerateInstancesRequest request{
+        nameSpace,         className,          deepInheritance, localOnly,
+        includeQualifiers, includeClassOrigin, propertyList};
+    return Perform(*session_, "EnumerateInstances", request, cimclient::ReadInstances);
+}
+
+Array<CIMObject> CIMClient::associators(const CIMNamespaceName& nameSpace,
+                                        const CIMObjectPath& objectName, const CIMName& assocClass,
+                                        const CIMName& resultClass, const String& role,
+                                        const String& resultRole, Boolean includeQualifiers,
+                                        Boolean includeClassOrigin,
+                                        const CIMPropertyList& propertyList) {
+    const cimclient::AssociatorsRequest request{
+        nameSpace,  objectName,        assocClass,         resultClass, role,
+        resultRole, includeQualifiers, includeClassOrigin, propertyList};
+    return Perform(*session_, "Associators", request, cimclient::ReadObjects);
+}
+
+}  // namespace Pegasus::kalvex

@@ -1,0 +1,52 @@
+#include "client/credentials.h"
+
+#include <openssl/crypto.h>
+#include <openssl/evp.h>
+
+#include "http/reply.h"
+
+namespace cimclient {
+
+Credentials::Credentials(std::string_view user, std::string_view password) {
+    std::string plain;
+    plain.reserve(user.size() + 1 + password.size());  // no copy is left behind by growing
+    plain.append(user).append(":").append(password);
+    std::string encoded(4 * ((plain.size() + 2) / 3) + 1, '\0');
+    EVP_EncodeBlock(reinterpret_cast<unsigned char*>(encoded.data()),
+                    reinterpret_cast<const unsigned char*>(plain.data()),
+                    static_cast<int>(plain.size()));
+    encoded.pop_back();
+    value_.reserve(6 + encoded.size());
+    value_.append("Basic ").append(encoded);
+    Wipe(plain);
+    Wipe(encoded);
+}
+
+Credentials::~Credentials() { Wipe(value_); }
+
+Credentials& Credentials::operator=(Credentials&& other) noexcept {
+    Wipe(value_);
+    value_.swap(other.value_);
+    return *this;
+}
+
+void Wipe(std::string& text) {
+    OPENSSL_cleanse(text.data(), text.size());
+    text.clear();
+}
+
+bool OffersBasic(std::string_view challenge) {
+    constexpr std::string_view kScheme = "basic";
+    // A scheme stands at the start of the field or after a comma.
+    while (!challenge.empty()) {
+        challenge.remove_prefix(std::min(challenge.find_first_not_of(" \t,"), challenge.size()));
+        const std::string_view word = challenge.substr(0, challenge.find_first_of(" \t,="));
+        if (EqualNoCase(word, kScheme)) {
+            return true;
+        }
+        challenge.remove_prefix(std::min(challenge.find(','), challenge.size()));
+    }
+    return false;
+}
+
+}  // namespace cimclient

@@ -1,0 +1,90 @@
+#include "client/reply_checks.h"
+
+#include <algorithm>
+#include <charconv>
+
+#include "Pegasus/Client/CIMClientException.h"
+#include "object_model/utf.h"
+
+namespace cimclient {
+
+namespace {
+
+using namespace Pegasus;
+
+String Decoded(const HeaderFields& fields, std::string_view name) {
+    return String::FromUtf8(
+        Pegasus::detail::RepairedUtf8(PercentDecoded(fields.ValueOr(name, ""))));
+}
+
+String Text(const HeaderFields& fields, std::string_view name) {
+    return String::FromUtf8(fields.ValueOr(name, ""));
+}
+
+[[noreturn]] void FailMalformed(const std::string& message) {
+    throw CIMClientMalformedHTTPException(String::FromUtf8(message));
+}
+
+void ThrowReportedError(const HeaderFields& fields) {
+    const std::string text = fields.ValueOr("CIMStatusCode", "");
+    int code = 0;
+    const char* end = text.data() + text.size();
+    const auto result = std::from_chars(text.data(), end, code);
+    if (result.ec == std::errc() && result.ptr == end && code != 0) {
+        throw CIMException(static_cast<CIMStatusCode>(code),
+                           Decoded(fields, "CIMStatusCodeDescription"));
+    }
+}
+
+std::string WithoutSpace(std::string_view text) {
+    std::string kept;
+    std::copy_if(text.begin(), text.end(), std::back_inserter(kept),
+                 [](char c) { return c != ' ' && c != '\t' && c != '"'; });
+    return kept;
+}
+
+bool IsXml(std::string_view content_type) {
+    const std::string type = WithoutSpace(content_type);
+    for (const char* accepted : {"application/xml", "text/xml", "application/xml;charset=utf-8",
+                                 "text/xml;charset=utf-8"}) {
+        if (EqualNoCase(type, accepted)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace
+
+void CheckStatus(const HttpReply& reply) {
+    if (reply.status != 200) {
+        throw CIMClientHTTPErrorException(reply.status, String::FromUtf8(reply.reason),
+                                          Text(reply.headers, "CIMError"),
+                                          Decoded(reply.headers, "PGErrorDetail"));
+    }
+}
+
+void CheckHeaders(const HttpReply& reply) {
+    const std::string* operation = reply.headers.Find("CIMOperation");
+    if (operation == nullptr) {
+        FailMalformed("Missing CIMOperation HTTP header");
+    }
+    const std::string* type = reply.headers.Find("Content-Type");
+    if (type != nullptr && !IsXml(*type)) {
+        FailMalformed("Bad Content-Type HTTP header; " + *type);
+    }
+    ThrowReportedError(reply.headers);
+    if (!EqualNoCase(*operation, "MethodResponse")) {
+        FailMalformed("Received CIMOperation HTTP header value \"\", expected \"MethodResponse\"");
+    }
+}
+
+void CheckTrailers(const HttpReply& reply) {
+    ThrowReportedError(reply.trailers);
+    if (reply.trailers.Find("CIMError") != nullptr) {
+        throw CIMClientHTTPErrorException(400, "Bad Request", Text(reply.trailers, "CIMError"),
+                                          String());
+    }
+}
+
+}  // namespace cimclient

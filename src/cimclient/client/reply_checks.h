@@ -1,0 +1,17 @@
+// What a reply's head and trailer must say before its body counts (DSP0200).
+#pragma once
+
+#include "http/reply.h"
+
+namespace cimclient {
+
+/// Throws CIMClientHTTPErrorException for any status but 200.
+void CheckStatus(const HttpReply& reply);
+
+/// Throws CIMClientMalformedHTTPException, or CIMException for an error reported in the head.
+void CheckHeaders(const HttpReply& reply);
+
+/// Throws CIMException or CIMClientHTTPErrorException for an error reported after the body.
+void CheckTrailers(const HttpReply& reply);
+
+}  // namespace cimclient

@@ -1,0 +1,40 @@
+// A reply as HTTP carried it.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace cimclient {
+
+/// Header lines in order; names compare without regard to case.
+class HeaderFields {
+public:
+    void Add(std::string_view line);
+    /// The first field's value, or null. A field of the HTTP extension framework, whose name has a
+    /// two-digit prefix, counts as well.
+    const std::string* Find(std::string_view name) const;
+    std::string ValueOr(std::string_view name, const char* otherwise) const;
+    std::vector<std::string> All(std::string_view name) const;
+
+private:
+    std::vector<std::pair<std::string, std::string>> fields_;
+};
+
+struct HttpReply {
+    unsigned status = 0;
+    std::string reason;
+    HeaderFields headers;
+    HeaderFields trailers;
+    std::string body;
+    /// The connection can carry another request.
+    bool keeps_alive = true;
+};
+
+bool EqualNoCase(std::string_view a, std::string_view b);
+
+/// "%41" becomes "A"; other texts stay.
+std::string PercentDecoded(std::string_view text);
+
+}  // namespace cimclient

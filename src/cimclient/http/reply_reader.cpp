@@ -1,0 +1,206 @@
+#include "http/reply_reader.h"
+
+#include <algorithm>
+#include <charconv>
+#include <limits>
+#include <optional>
+
+#include "Pegasus/Client/CIMClientException.h"
+#include "object_model/utf.h"
+#include "reply_limits.h"
+
+namespace cimclient {
+
+namespace {
+
+using Pegasus::CIMClientHTTPErrorException;
+using Pegasus::CIMClientMalformedHTTPException;
+using Pegasus::String;
+
+[[noreturn]] void FailMalformed() {
+    throw CIMClientMalformedHTTPException("Malformed HTTP response message.");
+}
+
+[[noreturn]] void FailTooLarge() {
+    const std::string message =
+        "The reply is larger than " + std::to_string(kMaxReplyBytes) + " bytes.";
+    throw CIMClientMalformedHTTPException(String::FromUtf8(message));
+}
+
+[[noreturn]] void FailFraming(unsigned status, const char* reason, const char* detail) {
+    throw CIMClientHTTPErrorException(status, reason, "", detail);
+}
+
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+/// Digits only, below 2^63.
+std::optional<std::size_t> LengthOf(std::string_view text) {
+    unsigned long long length = 0;
+    const char* end = text.data() + text.size();
+    const auto result = std::from_chars(text.data(), end, length);
+    if (text.empty() || !IsDigit(text[0]) || result.ec != std::errc() || result.ptr != end ||
+        length > static_cast<unsigned long long>(std::numeric_limits<long long>::max())) {
+        return std::nullopt;
+    }
+    return static_cast<std::size_t>(length);
+}
+
+/// The announced length, if there is one; several must agree.
+std::optional<std::size_t> ContentLength(const HeaderFields& headers) {
+    std::optional<std::size_t> length;
+    for (const std::string& value : headers.All("Content-Length")) {
+        const auto one = LengthOf(value);
+        if (!one || (length && *length != *one)) {
+            FailFraming(400, "Bad Request", "Invalid Content-Length header detected");
+        }
+        length = one;
+    }
+    return length;
+}
+
+std::size_t ChunkSize(std::string_view line) {
+    std::size_t size = 0;
+    const auto result = std::from_chars(line.data(), line.data() + line.size(), size, 16);
+    const std::string_view rest = line.substr(static_cast<std::size_t>(result.ptr - line.data()));
+    const std::size_t extension = rest.find_first_not_of(" \t");
+    const bool ended = extension == std::string_view::npos || rest[extension] == ';';
+    if (result.ec == std::errc::result_out_of_range) {
+        FailTooLarge();
+    }
+    if (result.ec != std::errc() || !ended) {
+        FailFraming(400, "Bad Request", "missing chunk extension");
+    }
+    return size;
+}
+
+}  // namespace
+
+bool ReplyReader::More() {
+    if (unread_.empty() && !at_end_) {
+        unread_ = source_();
+        at_end_ = unread_.empty();
+        has_begun_ |= !at_end_;
+        total_ += unread_.size();
+        if (total_ > kMaxReplyBytes) {
+            FailTooLarge();
+        }
+    }
+    return !unread_.empty();
+}
+
+/// A line without its end. False when the stream ended before the line did.
+bool ReplyReader::ReadLine(std::string& line, std::size_t& budget) {
+    line.clear();
+    while (More()) {
+        const std::size_t end = unread_.find('\n');
+        const std::string_view part = unread_.substr(0, end);
+        if (part.size() >= budget) {
+            throw CIMClientMalformedHTTPException("The reply's head is too large.");
+        }
+        budget -= part.size() + 1;
+        line += part;
+        unread_.remove_prefix(std::min(part.size() + 1, unread_.size()));
+        if (end != std::string_view::npos) {
+            if (!line.empty() && line.back() == '\r') {
+                line.pop_back();
+            }
+            return true;
+        }
+    }
+    return false;
+}
+
+void ReplyReader::ReadFields(HeaderFields& fields, std::size_t& budget) {
+    std::string line;
+    while (ReadLine(line, budget) && !line.empty()) {
+        fields.Add(Pegasus::detail::RepairedUtf8(line));
+    }
+}
+
+void ReplyReader::ReadStatusLine(HttpReply& reply, std::size_t& budget) {
+    std::string line;
+    const bool complete = ReadLine(line, budget);
+    if (!has_begun_) {
+        throw CIMClientMalformedHTTPException("Connection closed by CIM Server.");
+    }
+    // "HTTP/1.1 200 OK": the version, a three-digit status, and a reason after a blank.
+    constexpr std::size_t kStatusAt = 9;
+    const std::string_view text = line;
+    if (!complete || !text.starts_with("HTTP/") || text.size() < kStatusAt + 4 ||
+        !IsDigit(text[5]) || text[6] != '.' || !IsDigit(text[7]) || text[8] != ' ' ||
+        !std::all_of(text.begin() + kStatusAt, text.begin() + kStatusAt + 3, IsDigit) ||
+        text[kStatusAt + 3] != ' ') {
+        FailMalformed();
+    }
+    std::from_chars(text.data() + kStatusAt, text.data() + kStatusAt + 3, reply.status);
+    reply.reason = Pegasus::detail::RepairedUtf8(text.substr(kStatusAt + 4));
+}
+
+HttpReply ReplyReader::ReadHead() {
+    std::size_t budget = kMaxHeadBytes;
+    while (true) {
+        HttpReply reply;
+        ReadStatusLine(reply, budget);
+        ReadFields(reply.headers, budget);
+        if (reply.status >= 200 || reply.status < 100) {
+            reply.keeps_alive = !EqualNoCase(reply.headers.ValueOr("Connection", ""), "close");
+            return reply;
+        }
+    }
+}
+
+void ReplyReader::ReadBody(HttpReply& reply) {
+    const std::string* encoding = reply.headers.Find("Transfer-Encoding");
+    if (encoding != nullptr && *encoding != "chunked") {
+        FailFraming(501, "Not Implemented", "unimplemented transfer-encoding value");
+    }
+    if (encoding != nullptr) {
+        ReadChunks(reply);
+    } else if (const auto length = ContentLength(reply.headers)) {
+        if (*length > kMaxReplyBytes) {
+            FailTooLarge();
+        }
+        TakeInto(reply.body, *length);
+    } else if (reply.status == 200) {
+        TakeRest(reply.body);
+    }
+    reply.keeps_alive = reply.keeps_alive && !at_end_;
+}
+
+/// False when the stream ended before.
+bool ReplyReader::TakeInto(std::string& body, std::size_t count) {
+    while (count > 0 && More()) {
+        const std::string_view part = unread_.substr(0, count);
+        body += part;
+        count -= part.size();
+        unread_.remove_prefix(part.size());
+    }
+    return count == 0;
+}
+
+void ReplyReader::TakeRest(std::string& body) {
+    while (More()) {
+        body += unread_;
+        unread_ = {};
+    }
+}
+
+void ReplyReader::ReadChunks(HttpReply& reply) {
+    std::string line;
+    while (true) {
+        std::size_t budget = kMaxHeadBytes;
+        if (!ReadLine(line, budget)) {
+            return;  // without the last chunk the body may still be whole
+        }
+        const std::size_t size = ChunkSize(line);
+        if (size == 0) {
+            ReadFields(reply.trailers, budget);
+            return;
+        }
+        if (!TakeInto(reply.body, size) || !ReadLine(line, budget)) {
+            return;
+        }
+    }
+}
+
+}  // namespace cimclient

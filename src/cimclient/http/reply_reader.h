@@ -1,0 +1,47 @@
+// Reads one reply from a stream of bytes: head, body by length, by chunks or up to the end, and
+// trailers.
+//
+// Memory grows with the bytes that have arrived, never with what the head announces, up to the
+// limits in reply_limits.h. What is no HTTP throws CIMClientMalformedHTTPException; framing that
+// cannot be followed throws CIMClientHTTPErrorException.
+#pragma once
+
+#include <functional>
+#include <string_view>
+
+#include "http/reply.h"
+
+namespace cimclient {
+
+class ReplyReader {
+public:
+    /// Gives the next bytes, and an empty view at the end.
+    using Source = std::function<std::string_view()>;
+
+    explicit ReplyReader(Source source) : source_(std::move(source)) {}
+
+    /// Reads status line and headers, past interim (1xx) replies.
+    HttpReply ReadHead();
+    /// Reads what belongs to the reply after its head.
+    void ReadBody(HttpReply& reply);
+
+    /// Whether anything at all has arrived.
+    bool HasBegun() const { return has_begun_; }
+
+private:
+    bool More();
+    bool ReadLine(std::string& line, std::size_t& budget);
+    void ReadFields(HeaderFields& fields, std::size_t& budget);
+    void ReadStatusLine(HttpReply& reply, std::size_t& budget);
+    bool TakeInto(std::string& body, std::size_t count);
+    void TakeRest(std::string& body);
+    void ReadChunks(HttpReply& reply);
+
+    Source source_;
+    std::string_view unread_;
+    std::size_t total_ = 0;
+    bool has_begun_ = false;
+    bool at_end_ = false;
+};
+
+}  // namespace cimclient

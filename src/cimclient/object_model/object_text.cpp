@@ -1,0 +1,147 @@
+#include "object_model/object_text.h"
+
+#include "object_model/value_body.h"
+
+namespace Pegasus::kalvex::detail {
+
+namespace {
+
+void AppendValueElement(std::string& out, std::string_view text) {
+    out += "<VALUE>";
+    AppendXmlEscaped(out, text);
+    out += "</VALUE>\n";
+}
+
+void AppendReference(std::string& out, const CIMObjectPath& path) {
+    out += "<VALUE.REFERENCE>\n";
+    AppendXmlEscaped(out, path.toString().utf8());
+    out += "\n</VALUE.REFERENCE>\n";
+}
+
+struct AppendScalarElement {
+    std::string& out;
+
+    void operator()(const CIMObjectPath& path) const { AppendReference(out, path); }
+    template <class T>
+    void operator()(const T& x) const {
+        AppendValueElement(out, CIMValue(x).toString().utf8());
+    }
+};
+
+struct AppendArrayElement {
+    std::string& out;
+    const std::vector<bool>* lost;
+
+    template <class T>
+    void operator()(const Array<T>& elements) const {
+        out += "<VALUE.ARRAY>\n";
+        for (Uint32 i = 0; i < elements.size(); ++i) {
+            if (lost != nullptr && (*lost)[i]) {
+                out += "<VALUE.NULL/>\n";
+            } else {
+                AppendScalarElement{out}(elements[i]);
+            }
+        }
+        out += "</VALUE.ARRAY>\n";
+    }
+};
+
+void AppendContent(std::string& out, const CIMValue& value) {
+    const ValueBody* body = ValueAccess::Body(value);
+    if (body == nullptr || body->is_null) {
+        return;
+    }
+    if (body->is_array) {
+        std::visit(AppendArrayElement{out, body->lost.get()}, std::get<Elements>(body->content));
+    } else {
+        std::visit(AppendScalarElement{out}, std::get<Scalar>(body->content));
+    }
+}
+
+const char* PropertyElement(const CIMConstProperty& property) {
+    if (property.isArray()) {
+        return "PROPERTY.ARRAY";
+    }
+    return property.getType() == CIMTYPE_REFERENCE ? "PROPERTY.REFERENCE" : "PROPERTY";
+}
+
+/// The TYPE attribute of embedded objects is that of the text that carries them.
+std::string TypeAttributes(CIMType type) {
+    switch (type) {
+        case CIMTYPE_REFERENCE:
+            return "";
+        case CIMTYPE_OBJECT:
+            return " EmbeddedObject=\"object\" TYPE=\"string\"";
+        case CIMTYPE_INSTANCE:
+            return " EmbeddedObject=\"instance\" TYPE=\"string\"";
+        default:
+            return std::string(" TYPE=\"") + cimTypeToString(type) + "\"";
+    }
+}
+
+void AppendQualifier(std::string& out, const CIMConstQualifier& qualifier) {
+    out.append("<QUALIFIER NAME=\"").append(qualifier.getName().getString().utf8());
+    out.append("\" TYPE=\"").append(cimTypeToString(qualifier.getType())).append("\">\n");
+    AppendContent(out, qualifier.getValue());
+    out += "</QUALIFIER>\n";
+}
+
+void AppendProperty(std::string& out, const CIMConstProperty& property) {
+    const char* element = PropertyElement(property);
+    out.append("<").append(element).append(" NAME=\"");
+    out.append(property.getName().getString().utf8()).append("\" ");
+    out.append(TypeAttributes(property.getType())).append(">\n");
+    for (Uint32 i = 0; i < property.getQualifierCount(); ++i) {
+        AppendQualifier(out, property.getQualifier(i));
+    }
+    AppendContent(out, property.getValue());
+    out.append("</").append(element).append(">\n");
+}
+
+}  // namespace
+
+void AppendObjectText(std::string& out, const CIMConstObject& object) {
+    const std::string_view class_name = object.getClassName().getString().utf8();
+    if (object.isClass()) {
+        out.append("<CLASS NAME=\"").append(class_name).append("\" >\n</CLASS>\n");
+        return;
+    }
+    out.append("<INSTANCE CLASSNAME=\"").append(class_name).append("\" >\n");
+    for (Uint32 i = 0; i < object.getQualifierCount(); ++i) {
+        AppendQualifier(out, object.getQualifier(i));
+    }
+    for (Uint32 i = 0; i < object.getPropertyCount(); ++i) {
+        AppendProperty(out, object.getProperty(i));
+    }
+    out += "</INSTANCE>\n";
+}
+
+void AppendXmlEscaped(std::string& out, std::string_view text) {
+    for (const char c : text) {
+        switch (c) {
+            case '<':
+                out += "&lt;";
+                break;
+            case '>':
+                out += "&gt;";
+                break;
+            case '&':
+                out += "&amp;";
+                break;
+            case '"':
+                out += "&quot;";
+                break;
+            case '\'':
+                out += "&apos;";
+                break;
+            default:
+                if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F) {
+                    out += "&#" + std::to_string(static_cast<int>(c)) + ";";
+                } else {
+                    out += c;
+                }
+        }
+    }
+}
+
+}  // namespace Pegasus::kalvex::detail

@@ -1,0 +1,92 @@
+#include "object_model/value_texts.h"
+
+#include <charconv>
+#include <cmath>
+#include <limits>
+
+namespace Pegasus::kalvex::detail {
+
+namespace {
+
+template <class Number, class... Format>
+std::optional<Number> Whole(std::string_view text, Format... format) {
+    Number number{};
+    const char* end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, number, format...);
+    return error == std::errc() && stop == end ? std::optional(number) : std::nullopt;
+}
+
+bool IsHex(std::string_view text) {
+    return text.size() > 2 && text[0] == '0' && (text[1] == 'x' || text[1] == 'X');
+}
+
+bool EqualNoCase(std::string_view text, std::string_view lower) {
+    if (text.size() != lower.size()) {
+        return false;
+    }
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if ((text[i] | 0x20) != lower[i]) {
+            return false;
+        }
+    }
+    return true;
+}
+
+/// Digits without any sign.
+std::optional<Uint64> Digits(std::string_view text) {
+    if (text.empty() || text[0] == '-') {
+        return std::nullopt;
+    }
+    return IsHex(text) ? Whole<Uint64>(text.substr(2), 16) : Whole<Uint64>(text, 10);
+}
+
+}  // namespace
+
+std::optional<Uint64> StrictUnsigned(std::string_view text) {
+    const bool leading_zero = text.size() > 1 && text[0] == '0' && !IsHex(text);
+    return leading_zero ? std::nullopt : Digits(text);
+}
+
+std::optional<Uint64> LenientUnsigned(std::string_view text) {
+    return Digits(text.substr(!text.empty() && text[0] == '+' ? 1 : 0));
+}
+
+std::optional<Sint64> LenientSigned(std::string_view text) {
+    constexpr Uint64 kHighest = std::numeric_limits<Sint64>::max();
+    if (text.empty() || text[0] != '-') {
+        const auto magnitude = LenientUnsigned(text);
+        return magnitude && *magnitude <= kHighest ? std::optional(static_cast<Sint64>(*magnitude))
+                                                   : std::nullopt;
+    }
+    const auto magnitude = Digits(text.substr(1));
+    return magnitude && *magnitude <= kHighest + 1
+               ? std::optional(static_cast<Sint64>(0 - *magnitude))
+               : std::nullopt;
+}
+
+std::optional<Real64> LenientReal(std::string_view text) {
+    if (!text.empty() && text[0] == '+') {
+        text.remove_prefix(1);
+        if (!text.empty() && text[0] == '-') {
+            return std::nullopt;
+        }
+    }
+    const auto number = Whole<Real64>(text, std::chars_format::general);
+    return number && std::isfinite(*number) ? number : std::nullopt;
+}
+
+std::optional<Boolean> BooleanOf(std::string_view text) {
+    if (EqualNoCase(text, "true")) {
+        return true;
+    }
+    return EqualNoCase(text, "false") ? std::optional(false) : std::nullopt;
+}
+
+std::string RealText(Real64 value) {
+    char text[64];
+    const auto end =
+        std::to_chars(text, text + sizeof text, value, std::chars_format::scientific, 16);
+    return std::string(text, end.ptr);
+}
+
+}  // namespace Pegasus::kalvex::detail

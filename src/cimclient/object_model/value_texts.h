@@ -1,0 +1,30 @@
+// How numbers are written in CIM-XML values and in object paths.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "Pegasus/Common/Config.h"
+
+namespace Pegasus::kalvex::detail {
+
+/// "0", decimal without leading zeros, or 0x and hexadecimal digits; at most 64 bits.
+std::optional<Uint64> StrictUnsigned(std::string_view text);
+
+/// As StrictUnsigned, but leading zeros and a plus sign are accepted, as servers send them.
+std::optional<Uint64> LenientUnsigned(std::string_view text);
+
+/// An optional sign and LenientUnsigned's digits; at most 64 bits.
+std::optional<Sint64> LenientSigned(std::string_view text);
+
+/// A decimal real with or without decimal point and exponent; nothing beyond a double's range.
+std::optional<Real64> LenientReal(std::string_view text);
+
+/// "true" or "false" in any case.
+std::optional<Boolean> BooleanOf(std::string_view text);
+
+/// The text that C's printf gives for "%.16e", whatever the locale.
+std::string RealText(Real64 value);
+
+}  // namespace Pegasus::kalvex::detail

@@ -1,0 +1,87 @@
+#include "transport/tls_settings.h"
+
+#include <openssl/x509.h>
+#include <sys/stat.h>
+
+#include <string>
+
+#include "Pegasus/Common/Exception.h"
+#include "transport/tls_state.h"
+
+namespace cimclient {
+
+namespace {
+
+namespace ssl = boost::asio::ssl;
+
+/// Old hosts know nothing newer than TLS 1.0 with weak keys. Their certificate is not tested by
+/// default, so refusing them would protect nobody.
+void AcceptOldHosts(SSL_CTX* context) {
+    SSL_CTX_set_min_proto_version(context, TLS1_VERSION);
+    SSL_CTX_set_max_proto_version(context, 0);
+    SSL_CTX_set_security_level(context, 0);
+    SSL_CTX_set_cipher_list(context, "ALL:!aNULL:!eNULL:@SECLEVEL=0");
+    SSL_CTX_set_options(context, SSL_OP_LEGACY_SERVER_CONNECT | SSL_OP_IGNORE_UNEXPECTED_EOF);
+}
+
+void TrustStore(ssl::context& context, const std::string& path) {
+    struct stat info {};
+    if (path.empty() || ::stat(path.c_str(), &info) != 0) {
+        return;  // a store that is not there trusts nobody
+    }
+    boost::system::error_code error;
+    if (S_ISDIR(info.st_mode)) {
+        context.add_verify_path(path, error);
+    } else if (info.st_size > 0) {
+        context.load_verify_file(path, error);
+    }
+    if (error) {
+        throw Pegasus::SSLException("Could not load certificates in to trust store.");
+    }
+}
+
+std::string OneLine(const X509_NAME* name) {
+    char text[512] = "";
+    X509_NAME_oneline(name, text, sizeof text);
+    return text;
+}
+
+bool AskCallback(Pegasus::SSLCertificateVerifyFunction* verify, bool preverified,
+                 ssl::verify_context& context) {
+    X509_STORE_CTX* store = context.native_handle();
+    const X509* certificate = X509_STORE_CTX_get_current_cert(store);
+    const int error = X509_STORE_CTX_get_error(store);
+    Pegasus::SSLCertificateInfo::Fields fields;
+    fields.subject_name = Pegasus::String(OneLine(X509_get_subject_name(certificate)).c_str());
+    fields.issuer_name = Pegasus::String(OneLine(X509_get_issuer_name(certificate)).c_str());
+    fields.error_string = Pegasus::String(X509_verify_cert_error_string(error));
+    fields.version_number = static_cast<Pegasus::Uint32>(X509_get_version(certificate));
+    fields.error_depth = static_cast<Pegasus::Uint32>(X509_STORE_CTX_get_error_depth(store));
+    fields.error_code = static_cast<Pegasus::Uint32>(error);
+    fields.response_code = preverified ? 1 : 0;
+    Pegasus::SSLCertificateInfo info(fields);
+    return verify(info);
+}
+
+}  // namespace
+
+TlsSettings::TlsSettings(const Pegasus::SSLContext& context) : state_(std::make_unique<State>()) {
+    AcceptOldHosts(state_->context.native_handle());
+    state_->verify = context.getSSLCertificateVerifyFunction();
+    if (!context.isPeerVerificationEnabled()) {
+        state_->context.set_verify_mode(ssl::verify_none);
+        return;
+    }
+    state_->context.set_verify_mode(ssl::verify_peer);
+    TrustStore(state_->context, std::string(context.getTrustStore().utf8()));
+    if (state_->verify != nullptr) {
+        state_->context.set_verify_callback(
+            [verify = state_->verify](bool preverified, ssl::verify_context& at) {
+                return AskCallback(verify, preverified, at);
+            });
+    }
+}
+
+TlsSettings::~TlsSettings() = default;
+
+}  // namespace cimclient

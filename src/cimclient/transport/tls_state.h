@@ -1,0 +1,23 @@
+// What TlsSettings holds, for the transport's own files.
+#pragma once
+
+#include <openssl/ssl.h>
+
+#include <boost/asio/ssl/context.hpp>
+#include <memory>
+
+#include "transport/tls_settings.h"
+
+namespace cimclient {
+
+struct SessionDeleter {
+    void operator()(SSL_SESSION* session) const { SSL_SESSION_free(session); }
+};
+
+struct TlsSettings::State {
+    boost::asio::ssl::context context{boost::asio::ssl::context::tls_client};
+    std::unique_ptr<SSL_SESSION, SessionDeleter> session;
+    Pegasus::SSLCertificateVerifyFunction* verify = nullptr;
+};
+
+}  // namespace cimclient

@@ -1,0 +1,100 @@
+// A pull reader for the XML that CIM servers send (DSP0201).
+//
+// It differs from a general parser where servers do: raw control characters and bytes that are not
+// UTF-8 pass, and white space written as a reference is told from literal white space. There are no
+// entities but the five predefined ones and no DOCTYPE. Memory and time grow with the text alone.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace cimclient {
+
+struct XmlAttribute {
+    std::string_view name;
+    std::string_view raw_value;
+};
+
+struct XmlToken {
+    enum Kind { kOpen, kClose, kText, kCData, kEnd };
+
+    Kind kind = kEnd;
+    std::string_view name;      ///< of kOpen and kClose
+    std::string_view raw_text;  ///< of kText without literal white space at its ends, and of kCData
+    std::vector<XmlAttribute> attributes;  ///< of kOpen
+};
+
+/// Reads tokens one at a time. An empty element gives an open and a close token; comments,
+/// processing instructions and white space between elements give none. Everything that is not well
+/// formed throws CIMClientXmlException, with the line.
+class XmlReader {
+public:
+    /// The text must outlive the reader and all views that it gave.
+    explicit XmlReader(std::string_view text);
+
+    /// The text must begin with an XML declaration.
+    void RequireDeclaration();
+
+    /// The current token; stays until Advance.
+    const XmlToken& Peek();
+    void Advance();
+
+    bool IsOpen(std::string_view name) {
+        return Peek().kind == XmlToken::kOpen && Peek().name == name;
+    }
+    bool IsClose() { return Peek().kind == XmlToken::kClose; }
+
+    /// Steps over an opening element; throws when something else stands there.
+    void ExpectOpen(std::string_view name);
+    /// Steps over the closing element of `name`; throws when something else stands there.
+    void ExpectClose(std::string_view name);
+    /// At an opening element: steps over it with all it holds.
+    void SkipElement();
+
+    /// Inside an element: steps over what is left of it, its closing element included.
+    void SkipToClose();
+
+    /// The current opening element's attribute, or null. Valid until Advance.
+    const std::string* FindAttribute(std::string_view name);
+
+    /// After an opening element: the text it holds, empty without any.
+    std::string ReadText();
+
+    /// Throw CIMClientXmlException: "Validation error: on line N: ..." about structure,
+    /// "Semantic error: on line N: ..." about values.
+    [[noreturn]] void FailValidation(const std::string& what) const;
+    [[noreturn]] void FailSemantic(const std::string& what) const;
+
+private:
+    void Read();
+    void ReadMarkup();
+    void ReadText(std::size_t begin);
+    void ReadCData();
+    void ReadOpen();
+    void ReadClose();
+    void ReadAttributes();
+    bool SkipNonElement();
+    void SkipPast(std::string_view end);
+    void SkipSpace();
+    std::string_view TakeName();
+    bool StartsWith(std::string_view prefix) const {
+        return text_.substr(at_, prefix.size()) == prefix;
+    }
+    [[noreturn]] void FailForm(const char* what) const;
+    std::string OnLine() const;
+
+    std::string_view text_;
+    std::size_t at_ = 0;
+    XmlToken token_;
+    bool has_token_ = false;
+    bool close_pending_ = false;  ///< the empty element just opened is to be closed
+    std::vector<std::string_view> open_elements_;
+    std::string attribute_value_;
+};
+
+/// The text with its references resolved; throws std::invalid_argument for a malformed one.
+/// References from 128 to 255 that spell UTF-8 bytes are taken as these bytes.
+std::string ResolveReferences(std::string_view raw);
+
+}  // namespace cimclient
