@@ -1,0 +1,269 @@
+#include "common/cimom/src/cimfunc.h"
+
+#include "common/log/log_message.h"
+#include "common/platform/sleep.h"
+
+namespace Zentar {
+
+namespace {
+
+constexpr Pegasus::Uint32 kConnectTimeoutMs = 2400000;
+constexpr Pegasus::Uint32 kAssociatorsTimeoutMs = 300000;
+constexpr int kConnectAttempts = 3;
+constexpr std::uint32_t kConnectPauseMs = 10000;
+
+enum ConnectionType : std::int32_t { kHttp = 0, kHttps = 1 };
+
+Pegasus::String ToCimString(const std::string& text) { return Pegasus::String(text.c_str()); }
+
+std::string ToText(const Pegasus::String& text) { return std::string(text.getCString()); }
+
+bool IsCimCase(std::int32_t connection_case) {
+    return connection_case >= 2 && connection_case <= 4;
+}
+
+void DestroyClient(CimConnection& conn) {
+    delete conn.client;
+    conn.client = nullptr;
+}
+
+/// Connects a client that does not exist yet, and destroys it again when that fails.
+int ConnectNewClient(CimConnection& conn) {
+    conn.client = new Pegasus::CIMClient();
+    const int result = ConnectCimServer(conn);
+    if (result != kCimOk) {
+        DestroyClient(conn);
+    }
+    return result;
+}
+
+void ConnectOnce(CimConnection& conn, const Pegasus::SSLContext& ssl_context) {
+    const auto& info = conn.info;
+    const Pegasus::String host = ToCimString(info.host);
+    const Pegasus::String user = ToCimString(info.user);
+    const Pegasus::String password = ToCimString(info.password);
+    if (info.connection_type == kHttp) {
+        conn.client->connect(host, info.port, user, password);
+    } else {
+        conn.client->connect(host, info.port, ssl_context, user, password);
+    }
+}
+
+int ConnectInAttempts(CimConnection& conn) {
+    // No trust store and no callback: hosts come with self-signed certificates, any is accepted.
+    const Pegasus::SSLContext ssl_context("", nullptr, Pegasus::String::EMPTY);
+    for (int attempts_left = kConnectAttempts; attempts_left > 0;) {
+        conn.client->setTimeout(kConnectTimeoutMs);
+        const auto type = conn.info.connection_type;
+        if (type != kHttp && type != kHttps) {
+            ZENTAR_LOG(1) << "Invalid connection type: " << type;
+            return kCimOk;
+        }
+        try {
+            ConnectOnce(conn, ssl_context);
+            ZENTAR_LOG(3) << "Cimserver connection succeeded ";
+            return kCimOk;
+        } catch (const Pegasus::Exception& e) {
+            if (--attempts_left == 0) {
+                ZENTAR_LOG(1) << "Failed to connect remote cimserver with the reason: "
+                              << ToText(e.getMessage());
+            }
+            Sleep(kConnectPauseMs);
+        }
+    }
+    return kCimFailed;
+}
+
+/// Makes sure that there is a client to send a request through.
+bool HasClient(CimConnection& conn) {
+    if (conn.client != nullptr) {
+        return true;
+    }
+    ZENTAR_LOG(3) << "The value of cim client is NULL,Now restart cimserver!";
+    if (ReconnectCimServer(conn) == kCimFailed) {
+        return false;
+    }
+    ZENTAR_LOG(3) << "Restart cim server succeed,Now reconnect to cimserver!";
+    if (conn.client == nullptr) {
+        ZENTAR_LOG(3) << "Reconnect to cimserver failed! cimcli quit!";
+        return false;
+    }
+    return true;
+}
+
+/// One wanted property of an instance or object: looks it up and stores its text.
+template <class CimThing>
+void ReadProperty(const CimThing& thing, const std::string& name, std::string& text) {
+    const Pegasus::Uint32 position = thing.findProperty(Pegasus::CIMName(name.c_str()));
+    if (position == PEG_NOT_FOUND) {
+        ZENTAR_LOG(2) << "Property " << name << " is not found!";
+        return;
+    }
+    const Pegasus::CIMConstProperty property = thing.getProperty(position);
+    text = GetPropertyValueText(property);
+    ZENTAR_LOG(4) << name << " = " << text << " with raw data ("
+                  << ToText(property.getValue().toString()) << ")";
+}
+
+template <class CimThing>
+void ReadProperties(const CimThing& thing, const char* kind, PropertyMap& properties) {
+    ZENTAR_LOG(4) << "Showing properties for " << ToText(thing.getPath().toString());
+    for (auto& [name, text] : properties) {
+        try {
+            ReadProperty(thing, name, text);
+        } catch (const Pegasus::Exception& e) {
+            ZENTAR_LOG(1) << "Get properties from CIM " << kind
+                          << " failed with the reason: " << ToText(e.getMessage());
+        }
+    }
+}
+
+Pegasus::Array<Pegasus::String> StringsOf(const Pegasus::CIMConstQualifier& qualifier) {
+    Pegasus::Array<Pegasus::String> strings;
+    qualifier.getValue().get(strings);
+    return strings;
+}
+
+/// The word that the Values qualifier gives for the value's place in the ValueMap qualifier.
+std::string MappedWord(const std::string& value, const Pegasus::CIMConstQualifier& value_map,
+                       const Pegasus::CIMConstQualifier& values) {
+    if (!value_map.isArray() || !values.isArray()) {
+        return {};
+    }
+    const Pegasus::Array<Pegasus::String> keys = StringsOf(value_map);
+    for (Pegasus::Uint32 i = 0; i < keys.size(); ++i) {
+        const std::string key = ToText(keys[i]);
+        ZENTAR_LOG(4) << "_" << key << "-" << value << "_";
+        if (key == value) {
+            const Pegasus::Array<Pegasus::String> words = StringsOf(values);
+            return ToText(words[i]);
+        }
+    }
+    return {};
+}
+
+}  // namespace
+
+CimConnection::CimConnection(const Pegasus::CIMNamespaceName& ns_,
+                             const ZentarConnection::ConnectionInfo& info_)
+    : ns(ns_), info(info_) {
+    ConnectNewClient(*this);
+}
+
+CimConnection::~CimConnection() { DestroyClient(*this); }
+
+int ConnectCimServer(CimConnection& conn) {
+    const auto& info = conn.info;
+    if (info.host.empty()) {
+        ZENTAR_LOG(1)
+            << "Failed to connect remote cimserver due to invalid connection information. ";
+        return kCimFailed;
+    }
+    ZENTAR_LOG(3) << "Connecting to " << info.user << ":**********@" << info.host << ":"
+                  << info.port;
+    ZENTAR_LOG(4) << "connection case is " << info.connection_case;
+    if (!IsCimCase(info.connection_case)) {
+        ZENTAR_LOG(4) << "Connection case is not CIM, do not try to connect CIM server.";
+        return kCimFailed;
+    }
+    return ConnectInAttempts(conn);
+}
+
+int ReconnectCimServer(CimConnection& conn) {
+    DestroyClient(conn);
+    return ConnectNewClient(conn);
+}
+
+int GetCIMArrayFromEnumerateInstances(Pegasus::CIMName class_name, CimConnection& conn,
+                                      Pegasus::Array<Pegasus::CIMInstance>& instances,
+                                      Pegasus::Uint32 timeout_ms) {
+    ZENTAR_LOG(3) << "Calling GetCIMArrayFromEnumerateInstances()";
+    ZENTAR_LOG(3) << "The value of class name is:" << ToText(class_name.getString());
+    const Pegasus::CIMNamespaceName ns = conn.ns;
+    ZENTAR_LOG(3) << "The value of cim namespace is:" << ToText(ns.getString());
+    if (!HasClient(conn)) {
+        return kCimFailed;
+    }
+    static const char* const kFailure = "Enumerate instances failed with the reason: ";
+    try {
+        conn.client->setTimeout(timeout_ms);
+        const bool deep_inheritance = true;
+        const bool local_only = true;
+        const bool include_qualifiers = false;
+        const bool include_class_origin = false;
+        instances = conn.client->enumerateInstances(ns, class_name, deep_inheritance, local_only,
+                                                    include_qualifiers, include_class_origin,
+                                                    Pegasus::CIMPropertyList());
+        ZENTAR_LOG(3) << "The size of ei_array is:" << instances.size();
+        return kCimOk;
+    } catch (const Pegasus::CIMException& e) {
+        ZENTAR_LOG(1) << kFailure << ToText(e.getMessage());
+        ReconnectCimServer(conn);
+        return e.getCode() == Pegasus::CIM_ERR_INVALID_NAMESPACE ? kCimInvalidNamespace
+                                                                 : kCimFailed;
+    } catch (const Pegasus::Exception& e) {
+        ZENTAR_LOG(1) << kFailure << ToText(e.getMessage());
+        return kCimFailed;
+    }
+}
+
+int GetCIMArrayFromAssociators(Pegasus::CIMObjectPath source, Pegasus::CIMName association_class,
+                               Pegasus::CIMName result_class, CimConnection& conn,
+                               Pegasus::Array<Pegasus::CIMObject>& objects) {
+    ZENTAR_LOG(3) << "Calling GetCIMArrayFromAssociators()";
+    ZENTAR_LOG(3) << "The value of source class name is:" << ToText(source.toString()) << '\n'
+                  << "The value of association class name is:"
+                  << ToText(association_class.getString()) << '\n'
+                  << "The value of result class name is:" << ToText(result_class.getString())
+                  << '\n';
+    const Pegasus::CIMNamespaceName ns = conn.ns;
+    ZENTAR_LOG(3) << "The value of cim namespace is:" << ToText(ns.getString());
+    if (!HasClient(conn)) {
+        return kCimFailed;
+    }
+    try {
+        conn.client->setTimeout(kAssociatorsTimeoutMs);
+        const Pegasus::String any_role;
+        // Value maps can only be read when the server sends the qualifiers.
+        const bool include_qualifiers = true;
+        const bool include_class_origin = false;
+        objects = conn.client->associators(ns, source, association_class, result_class, any_role,
+                                           any_role, include_qualifiers, include_class_origin,
+                                           Pegasus::CIMPropertyList());
+        ZENTAR_LOG(3) << "The size of associators_array is:" << objects.size();
+        return kCimOk;
+    } catch (const Pegasus::Exception& e) {
+        ZENTAR_LOG(1) << "Enumerate associators failed with the reason: " << ToText(e.getMessage());
+        ReconnectCimServer(conn);
+        return kCimFailed;
+    }
+}
+
+void GetPropertiesFromInstance(const Pegasus::CIMInstance& instance, PropertyMap& properties) {
+    ReadProperties(instance, "instance", properties);
+}
+
+void GetPropertiesFromObject(const Pegasus::CIMObject& object, PropertyMap& properties) {
+    ReadProperties(object, "object", properties);
+}
+
+std::string GetPropertyValueText(const Pegasus::CIMConstProperty& property) {
+    const Pegasus::Uint32 values = property.findQualifier(Pegasus::CIMName("Values"));
+    const Pegasus::Uint32 value_map = property.findQualifier(Pegasus::CIMName("ValueMap"));
+    const auto value_text = [&] { return Trim(ToText(property.getValue().toString())); };
+    if (values == PEG_NOT_FOUND || value_map == PEG_NOT_FOUND) {
+        return value_text();
+    }
+    ZENTAR_LOG(4) << " processing value maps ...";
+    return MappedWord(value_text(), property.getQualifier(value_map),
+                      property.getQualifier(values));
+}
+
+std::string Trim(std::string text) {
+    static const char* const kWhitespace = " \f\n\t\r\v";
+    text.erase(text.find_last_not_of(kWhitespace) + 1);
+    text.erase(0, text.find_first_not_of(kWhitespace));
+    return text;
+}
+
+}  // namespace Zentar

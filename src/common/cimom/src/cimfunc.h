@@ -1,0 +1,72 @@
+// Access to a host's CIM server: connections, requests, and properties as text.
+//
+// Nothing here lets a Pegasus::Exception out: each is logged and becomes a result code. Nothing
+// here is safe for use from two threads at once on the same connection.
+#pragma once
+
+#include <Pegasus/Client/CIMClient.h>
+
+#include <map>
+#include <string>
+
+#include "common/records/connection_info.h"
+
+namespace Zentar {
+
+/// One CIM namespace of one host, and the client that talks to it.
+struct CimConnection {
+    /// Connects at once, as ConnectCimServer does; `client` is null when that fails.
+    CimConnection(const Pegasus::CIMNamespaceName& ns,
+                  const ZentarConnection::ConnectionInfo& info);
+    ~CimConnection();
+    CimConnection(const CimConnection&) = delete;
+    CimConnection& operator=(const CimConnection&) = delete;
+
+    Pegasus::CIMNamespaceName ns;
+    Pegasus::CIMClient* client = nullptr;  ///< owned; null while there is no connected client
+    ZentarConnection::ConnectionInfo info;
+};
+
+/// Results of the functions below.
+enum CimResult : int {
+    kCimOk = 0,
+    kCimFailed = 1,
+    kCimInvalidNamespace = 6,  ///< the server lacks the namespace (CIM_ERR_INVALID_NAMESPACE)
+};
+
+/// Wanted properties by name; the readers overwrite the texts and leave the keys alone.
+using PropertyMap = std::map<std::string, std::string>;
+
+/// Connects `conn.client`, which must exist, in at most three attempts with a pause of 10 seconds
+/// after each failed one. Returns kCimOk or kCimFailed. An invalid `connection_type` is kCimOk
+/// without a connection: the first request then fails.
+int ConnectCimServer(CimConnection& conn);
+
+/// Replaces the client by a newly connected one; it is null when that fails.
+int ReconnectCimServer(CimConnection& conn);
+
+/// Reads all instances of a class and its subclasses, without qualifiers. `timeout_ms` bounds the
+/// exchange. `instances` is replaced on success and untouched on failure.
+int GetCIMArrayFromEnumerateInstances(Pegasus::CIMName class_name, CimConnection& conn,
+                                      Pegasus::Array<Pegasus::CIMInstance>& instances,
+                                      Pegasus::Uint32 timeout_ms);
+
+/// Reads the objects of `result_class` that `association_class` associates with `source`, with
+/// qualifiers, in at most 300 seconds. `objects` is replaced on success and untouched on failure.
+int GetCIMArrayFromAssociators(Pegasus::CIMObjectPath source, Pegasus::CIMName association_class,
+                               Pegasus::CIMName result_class, CimConnection& conn,
+                               Pegasus::Array<Pegasus::CIMObject>& objects);
+
+/// Fills the map's texts from the properties of the same names. A property that is missing or
+/// cannot be read is logged and leaves its text as it was.
+void GetPropertiesFromInstance(const Pegasus::CIMInstance& instance, PropertyMap& properties);
+void GetPropertiesFromObject(const Pegasus::CIMObject& object, PropertyMap& properties);
+
+/// The property's value as trimmed text; with both a ValueMap and a Values qualifier (DSP0004) the
+/// word for the value, or empty text when the value is not in the map. May throw.
+std::string GetPropertyValueText(const Pegasus::CIMConstProperty& property);
+
+/// `text` without the blanks, tabs and line breaks at its ends.
+std::string Trim(std::string text);
+
+}  // namespace Zentar

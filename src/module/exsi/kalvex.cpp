@@ -1,0 +1,131 @@
+#include "module/exsi/kalvex.h"
+
+#include "common/log/log_message.h"
+#include "module/exsi/kalvex_cim.h"
+#include "module/exsi/result_dump.h"
+
+namespace Zentar::Agentless {
+
+namespace {
+
+enum Result : int { kOk = 0, kFailed = 1 };
+
+int Fail(const char* message) {
+    ZENTAR_LOG(1) << message;
+    return kFailed;
+}
+
+/// One message per field.
+template <class Record>
+void LogRecord(const Record& record, RecordDump<Record> dump) {
+    for (const LabelledField<Record>& field : dump) {
+        if (Log::GetMinLogLevel() >= 3) {
+            Log message(3, __FILE__, __LINE__);
+            message.Stream() << field.label;
+            field.write(message.Stream(), record);
+        }
+    }
+}
+
+template <class Record>
+void LogRecords(const char* count_label, const std::vector<Record>& records,
+                RecordDump<Record> dump) {
+    ZENTAR_LOG(3) << count_label << records.size();
+    for (const Record& record : records) {
+        LogRecord(record, dump);
+    }
+}
+
+}  // namespace
+
+Kalvex::Kalvex(const ZentarConnection::ConnectionInfo& info) : worker_(nullptr) {
+    ZENTAR_LOG(4) << "Calling constructor of Kalvex";
+    worker_ = new KalvexCim(info);
+}
+
+Kalvex::~Kalvex() {
+    ZENTAR_LOG(4) << "Calling destructor of Kalvex";
+    delete worker_;
+    worker_ = nullptr;
+}
+
+int Kalvex::GetComputerSystem(ZentarAgentless::ComputerSystem& record) {
+    ZENTAR_LOG(4) << "Calling Kalvex::GetComputerSystem";
+    if (worker_->GetComputerSystem(record) != kOk) {
+        return Fail("EnumerateInstances OMC_Chassis Failed!");
+    }
+    LogRecord(record, kComputerSystemDump);
+    return kOk;
+}
+
+int Kalvex::GetEthernetPorts(std::vector<ZentarAgentless::PhysicalPort>& ports) {
+    if (worker_->GetEthernetPorts(ports) != kOk) {
+        return Fail("EnumerateInstances VMware_EthernetPort Failed!");
+    }
+    LogRecords("The size of VMware_EthernetPort log is:", ports, kPhysicalPortDump);
+    return kOk;
+}
+
+int Kalvex::GetIPProtocolInfo(std::vector<ZTEXSI::IPProtocolData>& endpoints, int family) {
+    int result = kOk;
+    if (family == 0) {
+        result = worker_->GetIPv4ProtocolInfo(endpoints);
+    } else if (family == 1) {
+        result = worker_->GetIPv6ProtocolInfo(endpoints);
+    }
+    if (result != kOk) {
+        return Fail("EnumerateInstances IPProtocol Failed!");
+    }
+    LogRecords("The size of IPProtocol log is:", endpoints, kIPProtocolDump);
+    return kOk;
+}
+
+int Kalvex::GetInstalledPackages(std::vector<ZentarAgentless::InstalledPackage>& packages) {
+    if (worker_->GetInstalledPackages(packages) != kOk) {
+        return Fail("EnumerateInstances InstalledPackages Failed!");
+    }
+    LogRecords("The size of InstalledPackages log is:", packages, kInstalledPackageDump);
+    return kOk;
+}
+
+int Kalvex::GetIpmiRecord(std::vector<ZentarAgentless::IPMIEVENT>& events) {
+    if (worker_->GetIpmiRecord(events) != kOk) {
+        return Fail("EnumerateInstances OMC_IpmiLogRecord Failed!");
+    }
+    LogRecords("The size of OMC_IpmiLogRecord log is:", events, kIpmiEventDump);
+    return kOk;
+}
+
+int Kalvex::GetOperationSystem(ZTEXSI::OperationSystem& record) {
+    ZENTAR_LOG(4) << "Calling Kalvex::GetOperationSystem";
+    if (worker_->GetOperationSystem(record) != kOk) {
+        return Fail("EnumerateInstances VMware_HypervisorSoftwareIdentity Failed!");
+    }
+    LogRecord(record, kOperationSystemDump);
+    return kOk;
+}
+
+int Kalvex::GetPCIInfo(Pciinventory::Pciinfo& info) {
+    if (worker_->GetPCIInfo(info) != kOk) {
+        return Fail("EnumerateInstances Failed!");
+    }
+    LogRecords("The size of PCIDevice is:", info.devices_, kPciDeviceDump);
+    LogRecords("The size of Bridge is:", info.bridges_, kPciBridgeDump);
+    LogRecords("The size of Slot is:", info.slots_, kSystemSlotDump);
+    return kOk;
+}
+
+int Kalvex::GetVMwarePrivilege(std::vector<ZTEXSI::VMwarePrivilegeData>& privileges) {
+    if (worker_->GetVMwarePrivilege(privileges) != kOk) {
+        return Fail("EnumerateInstances VMware_Privilege Failed!");
+    }
+    LogRecords("The size of VMwarePrivilege log is:", privileges, kPrivilegeDump);
+    return kOk;
+}
+
+bool Kalvex::IsUnSpportedEXSIVersion() {
+    ZENTAR_LOG(4) << "Calling Kalvex::IsUnSpportedEXSIVersion";
+    return worker_->IsUnSpportedESXIVer();
+}
+
+}  // namespace Zentar::Agentless

@@ -1,0 +1,83 @@
+// The worker behind Kalvex: every inventory query against one host.
+#pragma once
+
+#include <Pegasus/Client/CIMClient.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "common/records/connection_info.h"
+#include "common/records/host_records.h"
+#include "common/records/network_records.h"
+#include "common/records/pci_records.h"
+#include "module/exsi/kalvex_export.h"
+
+namespace Zentar {
+struct CimConnection;
+}
+
+namespace Zentar::Agentless {
+
+template <class Record>
+struct TableQuery;
+
+/// Holds two connections to the host and a scratch map of properties that all queries share, so an
+/// object must not be used from two threads at once. Queries block for their network exchanges,
+/// each bounded to 300 seconds, and return 0 on success and 1 on failure. Lists are appended to, in
+/// the host's order, and never cleared; a failed query leaves them as they were.
+class KALVEX_EXPORT KalvexCim {
+public:
+    /// Connects for the namespaces "root/cimv2" and "ibm/imm0/cimv2". Never fails: a connection
+    /// that could not be made is tried again by the first query that needs it.
+    explicit KalvexCim(const ZentarConnection::ConnectionInfo& info);
+    ~KalvexCim();
+    KalvexCim(const KalvexCim&) = delete;
+    KalvexCim& operator=(const KalvexCim&) = delete;
+
+    /// Fails only when neither OMC_Chassis nor IBM_ComputerSystem could be read; a field whose
+    /// source is missing keeps what it held.
+    int GetComputerSystem(ZentarAgentless::ComputerSystem& record);
+    int GetOperationSystem(ZTEXSI::OperationSystem& record);
+    /// True only when the host answers that it lacks the namespace "ibm/imm0/cimv2".
+    bool IsUnSpportedESXIVer();
+
+    int GetInstalledPackages(std::vector<ZentarAgentless::InstalledPackage>& packages);
+    int GetIpmiRecord(std::vector<ZentarAgentless::IPMIEVENT>& events);
+    int GetVMwarePrivilege(std::vector<ZTEXSI::VMwarePrivilegeData>& privileges);
+    int GetEthernetPorts(std::vector<ZentarAgentless::PhysicalPort>& ports);
+    int GetIPv4ProtocolInfo(std::vector<ZTEXSI::IPProtocolData>& endpoints);
+    int GetIPv6ProtocolInfo(std::vector<ZTEXSI::IPProtocolData>& endpoints);
+
+    int GetPCIDevice(std::vector<Pciinventory::PCIDevice>& devices);
+    int GetPCIBridge(std::vector<Pciinventory::PCIBridge>& bridges);
+    int GetSystemSlot(std::vector<Pciinventory::SystemSlot>& slots);
+    /// Replaces the "root/cimv2" connection by one for "root/ibmsd" for good, and reads devices,
+    /// bridges and slots through it. A list that cannot be read stays as it was; the result is 1
+    /// only when there was no connection to replace.
+    int GetPCIInfo(Pciinventory::Pciinfo& info);
+
+    /// Replaces a PCI base class in decimal by its word; other text stays.
+    void ParseClassCode(std::string& code);
+    /// Sets the text that tells where the device or bridge sits: its first slot's, else its first
+    /// system board's, else unchanged. Returns the result of the association query that failed, or
+    /// 0.
+    int RetrieveSlotAllInfo(Pegasus::CIMInstance& instance, std::string& slot_all_info);
+
+private:
+    template <class Record, class Complete>
+    int ReadTable(const TableQuery<Record>& query, std::vector<Record>& records, Complete complete);
+    template <class Record>
+    int ReadTable(const TableQuery<Record>& query, std::vector<Record>& records);
+
+    void ReadChassis(const Pegasus::Array<Pegasus::CIMInstance>& chassis,
+                     ZentarAgentless::ComputerSystem& record);
+    void CopySlotAllInfo(const Pegasus::CIMObject& slot_or_board, std::string& slot_all_info);
+
+    ZentarConnection::ConnectionInfo connection_info_;
+    std::map<std::string, std::string> properties_;
+    CimConnection* cimv2_connection_ = nullptr;
+    CimConnection* hardware_connection_ = nullptr;
+};
+
+}  // namespace Zentar::Agentless
