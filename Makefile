@@ -1,0 +1,25 @@
+# The front door: everything here also works on a bare Debian 12.
+.DEFAULT_GOAL := build
+.PHONY: build run test setup clean format
+
+build: build/build.ninja
+	@cmake --build build --target kalvex kalvex_cli
+
+run: build
+	@build/bin/kalvex inventory --simulated
+
+test: build
+	@cmake --build build
+	@ctest --test-dir build --output-on-failure --parallel 2
+
+setup:
+	@scripts/setup
+
+build/build.ninja: | setup
+	@cmake --preset release
+
+format:
+	@git ls-files '*.h' '*.cpp' | xargs clang-format -i
+
+clean:
+	@rm -rf build
