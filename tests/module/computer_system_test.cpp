@@ -1,0 +1,202 @@
+#include "support/inventory_test.h"
+
+namespace {
+
+using support::EnumerationLog;
+using support::HostBuilder;
+using support::Joined;
+using ::testing::ElementsAre;
+using ::testing::ElementsAreArray;
+using ::testing::IsEmpty;
+using Zentar::ZentarAgentless::ComputerSystem;
+
+constexpr const char* kHardware = "ibm/imm0/cimv2";
+constexpr const char* kChassisProperties =
+    R"({"Tag": "string", "Manufacturer": "string", "Version": "string"})";
+constexpr const char* kSystemProperties =
+    R"({"Name": "string", "IdentifyingDescriptions": "string[]",
+        "OtherIdentifyingInfo": "string[]"})";
+
+class ComputerSystemQuery : public support::InventoryTest {
+protected:
+    static HostBuilder& AddChassis(HostBuilder& host, const std::string& instances) {
+        return host.Class("root/cimv2", "OMC_Chassis", kChassisProperties, instances);
+    }
+    static HostBuilder& AddSystem(HostBuilder& host, const std::string& descriptions,
+                                  const std::string& infos) {
+        return host.Class(kHardware, "IBM_ComputerSystem", kSystemProperties,
+                          R"([{"Name": "imm", "IdentifyingDescriptions": )" + descriptions +
+                              R"(, "OtherIdentifyingInfo": )" + infos + "}]");
+    }
+    /// The record read from a host whose chassis is plain and whose system identifies itself so.
+    ComputerSystem ReadSystem(const std::string& descriptions, const std::string& infos) {
+        HostBuilder host;
+        Serve(AddSystem(AddChassis(host, kContoso), descriptions, infos));
+        ComputerSystem record;
+        EXPECT_EQ(Worker().GetComputerSystem(record), 0);
+        return record;
+    }
+
+    static constexpr const char* kContoso =
+        R"([{"Tag": "1", "Manufacturer": "Contoso", "Version": "07"}])";
+};
+
+TEST_F(ComputerSystemQuery, ReadsChassisAndIdentifyingInfoAndTracesThem) {
+    const ComputerSystem record =
+        ReadSystem(R"(["CIM:GUID", "CIM:Model:SerialNumber", "CIM:ProductName"])",
+                   R"(["0011-AABB", "ABC:1234", "Server X:Y"])");
+    EXPECT_EQ(record.manufacturer_, "Contoso");
+    EXPECT_EQ(record.version_, "07");
+    EXPECT_EQ(record.uuid_, "0011-AABB");
+    EXPECT_EQ(record.model_, "ABC");
+    EXPECT_EQ(record.serial_number_, "1234");
+    EXPECT_EQ(record.product_name_, "Server X");
+    EXPECT_EQ(record.name, "");
+    EXPECT_EQ(record.spare_1_, "");
+    EXPECT_THAT(log.Messages(),
+                ElementsAreArray(Joined(
+                    {{"4 kalvex_cim.cpp Calling KalvexCim::GetComputerSystem"},
+                     EnumerationLog("OMC_Chassis", 1),
+                     EnumerationLog("IBM_ComputerSystem", 1, kHardware),
+                     {"4 cimfunc.cpp Showing properties for OMC_Chassis.Tag=\"1\"",
+                      "4 cimfunc.cpp Manufacturer = Contoso with raw data (Contoso)",
+                      "4 cimfunc.cpp Version = 07 with raw data (07)",
+                      "4 kalvex_cim.cpp ==========Manufacturer is : ============Contoso",
+                      "4 kalvex_cim.cpp ==========Version is : ============07",
+                      "4 kalvex_cim.cpp IBMComputerSystem Class IdentifyingDescriptions and "
+                      "OtherIdentifyingInfo found.",
+                      "4 kalvex_cim.cpp ==========System UUID is : ============0011-AABB",
+                      "4 kalvex_cim.cpp ==========Model is : ============ABC",
+                      "4 kalvex_cim.cpp ==========Serial Number is : ============1234",
+                      "4 kalvex_cim.cpp ==========Product Name is : ============Server X"}})));
+}
+
+TEST_F(ComputerSystemQuery, FailsOnlyWhenBothClassesFail) {
+    Serve(HostBuilder());
+    ComputerSystem record;
+    record.model_ = "kept";
+    EXPECT_EQ(Worker().GetComputerSystem(record), 1);
+    EXPECT_EQ(record.model_, "kept");
+    EXPECT_THAT(log.Texts(4), ::testing::Contains(
+                                  "EnumerateInstances OMC_Chassis and IBM_ComputerSystem Failed!"));
+}
+
+TEST_F(ComputerSystemQuery, KeepsManufacturerAndVersionWhenTheChassisFails) {
+    HostBuilder host;
+    Serve(AddSystem(host, R"(["CIM:GUID"])", R"(["0011"])"));
+    ComputerSystem record;
+    record.manufacturer_ = "before";
+    record.version_ = "before";
+    EXPECT_EQ(Worker().GetComputerSystem(record), 0);
+    EXPECT_EQ(record.manufacturer_, "before");
+    EXPECT_EQ(record.version_, "before");
+    EXPECT_EQ(record.uuid_, "0011");
+}
+
+TEST_F(ComputerSystemQuery, AsksTheSecondClassEvenWhenTheFirstFailed) {
+    Serve(HostBuilder());
+    ComputerSystem record;
+    Worker().GetComputerSystem(record);
+    std::vector<std::string> classes;
+    for (const auto& request : Server().requests()) {
+        classes.push_back(request.class_name);
+    }
+    EXPECT_THAT(classes, ElementsAre("OMC_Chassis", "IBM_ComputerSystem"));
+}
+
+TEST_F(ComputerSystemQuery, ClearsManufacturerAndVersionWhenThereIsNoChassis) {
+    HostBuilder host;
+    Serve(AddChassis(host, "[]"));
+    ComputerSystem record;
+    record.manufacturer_ = "before";
+    record.version_ = "before";
+    EXPECT_EQ(Worker().GetComputerSystem(record), 0);
+    EXPECT_EQ(record.manufacturer_, "");
+    EXPECT_EQ(record.version_, "");
+}
+
+TEST_F(ComputerSystemQuery, ReadsTheFirstChassisOnly) {
+    HostBuilder host;
+    Serve(AddChassis(host, R"([{"Tag": "1", "Manufacturer": "First"},
+                               {"Tag": "2", "Manufacturer": "Second", "Version": "2"}])"));
+    ComputerSystem record;
+    EXPECT_EQ(Worker().GetComputerSystem(record), 0);
+    EXPECT_EQ(record.manufacturer_, "First");
+    EXPECT_EQ(record.version_, "");
+}
+
+TEST_F(ComputerSystemQuery, TakesAModelWithoutColonWhole) {
+    const ComputerSystem record = ReadSystem(R"(["CIM:Model:SerialNumber"])", R"(["ABC"])");
+    EXPECT_EQ(record.model_, "ABC");
+    EXPECT_EQ(record.serial_number_, "");
+}
+
+TEST_F(ComputerSystemQuery, SplitsModelAndSerialNumberAtTheFirstColon) {
+    const ComputerSystem record = ReadSystem(R"(["CIM:Model:SerialNumber"])", R"(["A:B:C"])");
+    EXPECT_EQ(record.model_, "A");
+    EXPECT_EQ(record.serial_number_, "B:C");
+}
+
+TEST_F(ComputerSystemQuery, LetsALaterDescriptionOverwriteAnEarlierOne) {
+    const ComputerSystem record =
+        ReadSystem(R"(["CIM:GUID", "CIM:GUID"])", R"(["first", "second"])");
+    EXPECT_EQ(record.uuid_, "second");
+}
+
+TEST_F(ComputerSystemQuery, MatchesDescriptionsExactly) {
+    const ComputerSystem record =
+        ReadSystem(R"(["CIM:GUID ", "cim:guid", "CIM:Tag"])", R"(["a", "b", "c"])");
+    EXPECT_EQ(record.uuid_, "");
+}
+
+TEST_F(ComputerSystemQuery, TakesNothingFromArraysOfDifferentLength) {
+    const ComputerSystem record =
+        ReadSystem(R"(["CIM:GUID", "CIM:Tag", "CIM:Other"])", R"(["0011", "b", "c", "d"])");
+    EXPECT_EQ(record.uuid_, "");
+    EXPECT_EQ(log.Texts(4).back(),
+              "IBMComputerSystem Class IdentifyingDescriptions and OtherIdentifyingInfo array "
+              "size don't equal.");
+}
+
+TEST_F(ComputerSystemQuery, TakesNothingFromEmptyArrays) {
+    const ComputerSystem record = ReadSystem("[]", "[]");
+    EXPECT_EQ(record.uuid_, "");
+    EXPECT_EQ(log.Texts(4).back(),
+              "IBMComputerSystem Class IdentifyingDescriptions and OtherIdentifyingInfo array "
+              "size don't equal.");
+}
+
+TEST_F(ComputerSystemQuery, PassesSilentlyOverASystemWithoutIdentifyingInfo) {
+    HostBuilder host;
+    AddChassis(host, kContoso)
+        .Class(kHardware, "IBM_ComputerSystem", kSystemProperties,
+               R"([{"Name": "imm", "IdentifyingDescriptions": ["CIM:GUID"]}])");
+    Serve(host);
+    ComputerSystem record;
+    EXPECT_EQ(Worker().GetComputerSystem(record), 0);
+    EXPECT_EQ(log.Texts(4).back(), "==========Version is : ============07");
+}
+
+TEST_F(ComputerSystemQuery, PassesSilentlyOverIdentifyingInfoThatIsNoStringArray) {
+    for (const char* type : {"string", "uint16[]"}) {
+        HostBuilder host;
+        const std::string value = std::string(type) == "string" ? R"("CIM:GUID")" : "[1]";
+        AddChassis(host, kContoso)
+            .Class(kHardware, "IBM_ComputerSystem",
+                   R"({"Name": "string", "IdentifyingDescriptions": ")" + std::string(type) +
+                       R"(", "OtherIdentifyingInfo": "string[]"})",
+                   R"([{"Name": "imm", "IdentifyingDescriptions": )" + value +
+                       R"(, "OtherIdentifyingInfo": ["a"]}])");
+        Serve(host);
+        ComputerSystem record;
+        Zentar::Agentless::KalvexCim worker(info);
+        EXPECT_EQ(worker.GetComputerSystem(record), 0) << type;
+        EXPECT_EQ(record.uuid_, "");
+        EXPECT_EQ(log.Texts(4).back(),
+                  "IBMComputerSystem Class IdentifyingDescriptions and OtherIdentifyingInfo "
+                  "found.");
+        EXPECT_THAT(log.Texts(1), IsEmpty());
+    }
+}
+
+}  // namespace

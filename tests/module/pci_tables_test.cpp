@@ -1,0 +1,188 @@
+#include "module/exsi/pci_tables.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+
+#include "module/exsi/leading_number.h"
+
+namespace Zentar::Agentless {
+namespace {
+
+struct CodeWord {
+    const char* code;
+    const char* word;
+};
+
+template <std::size_t count>
+void ExpectWords(std::string (*decode)(const std::string&), const CodeWord (&rows)[count]) {
+    for (const CodeWord& row : rows) {
+        EXPECT_EQ(decode(row.code), row.word) << "code \"" << row.code << "\"";
+    }
+}
+
+TEST(PciTables, BaseClassesHaveWordsFrom0To255) {
+    const std::map<std::string, std::string> words = {
+        {"0", "Pre 2.0"},
+        {"1", "Mass Storage"},
+        {"2", "Network"},
+        {"3", "Display"},
+        {"4", "Multimedia"},
+        {"5", "Memory"},
+        {"6", "Bridge"},
+        {"7", "Simple Communications"},
+        {"8", "Base Peripheral"},
+        {"9", "Input"},
+        {"10", "Docking Station"},
+        {"11", "Processor"},
+        {"12", "Serial Bus"},
+        {"13", "Wireless"},
+        {"14", "Intelligent I/O"},
+        {"15", "Satellite Communication"},
+        {"16", "Encryption/Decryption"},
+        {"17", "Data Acquisition and Signal Processing"},
+        {"18", "PCI Reserved"},
+        {"254", "PCI Reserved"},
+        {"255", "Other"},
+        {" 2", "Network"},
+        {"12abc", "Serial Bus"},
+    };
+    for (const auto& [code, word] : words) {
+        EXPECT_EQ(PciBaseClassWord(code), word) << code;
+    }
+}
+
+TEST(PciTables, OtherClassCodesHaveNoWord) {
+    for (const char* code : {"256", "-1", "", "  ", "abc", "99999999999", "-99999999999"}) {
+        EXPECT_EQ(PciBaseClassWord(code), std::nullopt) << code;
+    }
+}
+
+TEST(PciTables, ConnectorTypesAreLookedUpByTheExactText) {
+    ExpectWords(DecodeConnectorType, {{"0", "Reserved"},
+                                      {"3", "ISA"},
+                                      {"7", "PC Card (PCMCIA)"},
+                                      {"14", "PCI - 66MHz Capable"},
+                                      {"20", "M.2 Socket 1-DP (Mechanical Key A)"},
+                                      {"27", "MXM Type III (HE connector)"},
+                                      {"32", "PCI Express Gen 3 SFF-8639"},
+                                      {"33", "PCI Express Mini 52-pin"},
+                                      {"34", "PCI Express Mini 52-pin"},
+                                      {"35", "PCI Express Mini 76-pin"},
+                                      {"160", "PC-98/C20"},
+                                      {"164", "PC-98/Card"},
+                                      {"165", "PCI Express"},
+                                      {"166", "PCI Express x1"},
+                                      {"170", "PCI Express x16"},
+                                      {"171", "PCI Express Gen 2"},
+                                      {"176", "PCI Express Gen 2 x16"},
+                                      {"177", "PCI Express Gen 3"},
+                                      {"182", "PCI Express Gen 3 x16"},
+                                      {"184", "PCI Express Gen 4"},
+                                      {"189", "PCI Express Gen 4 x16"},
+                                      {"190", "PCI Express Gen 5"},
+                                      {"195", "PCI Express Gen 5 x16"},
+                                      {"36", ""},
+                                      {"159", ""},
+                                      {"183", ""},
+                                      {"196", ""},
+                                      {"", ""},
+                                      {" 6", ""},
+                                      {"06", ""},
+                                      {"0xA5", ""},
+                                      {"6 ", ""}});
+}
+
+TEST(PciTables, SeventyOneConnectorTypesHaveAWord) {
+    int words = 0;
+    for (int code = 0; code < 1000; ++code) {
+        words += DecodeConnectorType(std::to_string(code)).empty() ? 0 : 1;
+    }
+    EXPECT_EQ(words, 71);
+}
+
+TEST(PciTables, OperationalStatusesAreLookedUpByTheExactText) {
+    ExpectWords(DecodeOperationalStatus, {{"0", "Unknown"},
+                                          {"2", "OK"},
+                                          {"7", "Non-Recoverable Error"},
+                                          {"16", "Supporting Entity in Error"},
+                                          {"18", "Power Mode"},
+                                          {"..", "DMTF Reserved"},
+                                          {"0x8000..", "Vendor Reserved"},
+                                          {"19", ""},
+                                          {"32768", ""},
+                                          {"2 3", ""},
+                                          {"", ""}});
+}
+
+TEST(PciTables, SlotLengthsAreIndexedByTheirNumber) {
+    ExpectWords(DecodeSlotLength, {{"0", "Reserved"},
+                                   {"1", "Other"},
+                                   {"2", "Unknown"},
+                                   {"3", "Short"},
+                                   {"4", "Long"},
+                                   {"5", "2.5\" drive from factor"},
+                                   {"6", "3.5\" drive from factor"},
+                                   {"", "Reserved"},
+                                   {"none", "Reserved"},
+                                   {" 4x", "Long"},
+                                   {"7", ""},
+                                   {"-1", ""},
+                                   {"-2147483648", ""}});
+}
+
+TEST(PciTables, DataWidthsAreIndexedFromOne) {
+    ExpectWords(DecodeMaxDataWidth, {{"1", "Other"},
+                                     {"2", "Unknown"},
+                                     {"3", "8 bits"},
+                                     {"4", "16 bits"},
+                                     {"5", "32 bits"},
+                                     {"6", "64 bits"},
+                                     {"7", "128 bits"},
+                                     {"8", "1x or x1"},
+                                     {"9", "2x or x2"},
+                                     {"10", "4x or x4"},
+                                     {"11", "8x or x8"},
+                                     {"12", "12x or x12"},
+                                     {"13", "16x or x16"},
+                                     {"14", "32x or x32"},
+                                     {"0", ""},
+                                     {"", ""},
+                                     {"15", ""},
+                                     {"-2147483648", ""}});
+}
+
+TEST(PciTables, UsagesAndVoltagesAreIndexedByTheirNumber) {
+    ExpectWords(DecodeCurrentUsage, {{"0", "Reserved"},
+                                     {"1", "Other"},
+                                     {"2", "Unknown"},
+                                     {"3", "Available"},
+                                     {"4", "In use"},
+                                     {"5", "Unavailable"},
+                                     {"6", ""}});
+    ExpectWords(
+        DecodeVccMixedVoltageSupport,
+        {{"0", "Unknown"}, {"1", "Other"}, {"2", "3.3V"}, {"3", "5V"}, {"", "Unknown"}, {"4", ""}});
+}
+
+TEST(LeadingNumber, ReadsUpToTheFirstOtherCharacter) {
+    EXPECT_EQ(LeadingNumber("42"), 42);
+    EXPECT_EQ(LeadingNumber(" 7abc"), 7);
+    EXPECT_EQ(LeadingNumber("-1"), -1);
+    EXPECT_EQ(LeadingNumber("0"), 0);
+    EXPECT_EQ(LeadingNumber("1,000"), 1);
+}
+
+TEST(LeadingNumber, ClampsWhatDoesNotFit) {
+    EXPECT_EQ(LeadingNumber("4294967296"), 2147483647);
+    EXPECT_EQ(LeadingNumber("-4294967296"), -2147483647 - 1);
+}
+
+TEST(LeadingNumber, IsAbsentFromOtherText) {
+    for (const char* text : {"", "  ", "abc", "x1", "-"}) {
+        EXPECT_EQ(LeadingNumber(text), std::nullopt) << text;
+    }
+}
+
+}  // namespace
+}  // namespace Zentar::Agentless

@@ -1,0 +1,329 @@
+#include "support/failing_memory.h"
+#include "support/inventory_test.h"
+
+namespace {
+
+using support::AssociationLog;
+using support::EnumerationLog;
+using support::HostBuilder;
+using support::Joined;
+using ::testing::Contains;
+using ::testing::ElementsAre;
+using ::testing::ElementsAreArray;
+using ::testing::IsEmpty;
+using Zentar::Pciinventory::PCIBridge;
+using Zentar::Pciinventory::PCIDevice;
+using Zentar::Pciinventory::Pciinfo;
+using Zentar::Pciinventory::SystemSlot;
+
+constexpr const char* kNs = "root/ibmsd";
+constexpr const char* kDevicePath = "IBMSG_PCIDevice.DeviceID=\"pci0\"";
+constexpr const char* kSlot1Path = "IBMSG_SystemSlot.Tag=\"slot1\"";
+constexpr const char* kSlot2Path = "IBMSG_SystemSlot.Tag=\"slot2\"";
+constexpr const char* kBoardPath = "IBMSG_SystemBoard.Tag=\"board\"";
+
+/// The provider's classes, filled with one device, one bridge, two slots and a board.
+class PciInventory : public support::InventoryTest {
+protected:
+    PciInventory() {
+        host.Class(kNs, "IBMSG_PCIDevice",
+                   R"({"DeviceID": "string", "ClassCode": "uint8", "Description": "string",
+                       "PciDeviceID": "uint16", "VendorID": "uint16", "IRQ": "uint8",
+                       "IOAddress": "string"})",
+                   R"([{"DeviceID": "pci0", "ClassCode": 1, "Description": "Controller",
+                        "PciDeviceID": 4096, "VendorID": 32902, "IRQ": 11,
+                        "IOAddress": "0x3000"}])")
+            .Class(kNs, "IBMSG_PCIBridge",
+                   R"({"DeviceID": "string", "ClassCode": "uint8", "Description": "string",
+                       "Location": "string"})",
+                   R"([{"DeviceID": "br0", "ClassCode": 6, "Description": "Root port",
+                        "Location": "Bus 0 Dev 1"}])")
+            .Class(kNs, "IBMSG_SystemBoard", R"({"Tag": "string", "SlotAllInfo": "string"})",
+                   R"([{"Tag": "board", "SlotAllInfo": "On System Board"}])");
+    }
+
+    void AddSlots() {
+        host.Class(kNs, "IBMSG_SystemSlot", R"({"Tag": "string", "SlotAllInfo": "string"})",
+                   R"([{"Tag": "slot1", "SlotAllInfo": "Slot 1"},
+                       {"Tag": "slot2", "SlotAllInfo": "Slot 2"}])");
+    }
+    void Associate(const char* association, const char* to, const char* from = kDevicePath) {
+        host.Association(kNs, association, from, to);
+    }
+    Pciinfo ReadAll() {
+        Serve(host);
+        Pciinfo pci;
+        EXPECT_EQ(Worker().GetPCIInfo(pci), 0);
+        return pci;
+    }
+
+    HostBuilder host;
+};
+
+TEST_F(PciInventory, DevicesAreReadFieldByField) {
+    AddSlots();
+    const Pciinfo pci = ReadAll();
+    ASSERT_EQ(pci.devices_.size(), 1U);
+    const PCIDevice& device = pci.devices_[0];
+    EXPECT_EQ(device.class_code_, "Mass Storage");
+    EXPECT_EQ(device.description_, "Controller");
+    EXPECT_EQ(device.pci_device_id_, "4096");
+    EXPECT_EQ(device.vendor_id_, "32902");
+    EXPECT_EQ(device.irq_, "11");
+    EXPECT_EQ(device.io_address_, "0x3000");
+    EXPECT_EQ(device.spare_1_ + device.spare_2_, "");
+}
+
+TEST_F(PciInventory, ADeviceInASlotTakesTheSlotsTextAndTheBoardIsNotAsked) {
+    AddSlots();
+    Associate("IBMSG_DeviceInSlot", kSlot1Path);
+    Associate("IBMSG_OnBoardDevice", kBoardPath);
+    EXPECT_EQ(ReadAll().devices_.at(0).slot_all_info_, "Slot 1");
+    for (const auto& request : Server().requests()) {
+        if (request.source_path == kDevicePath) {
+            EXPECT_EQ(request.association_class, "IBMSG_DeviceInSlot");
+        }
+    }
+}
+
+TEST_F(PciInventory, ADeviceInTwoSlotsTakesTheFirst) {
+    AddSlots();
+    Associate("IBMSG_DeviceInSlot", kSlot1Path);
+    Associate("IBMSG_DeviceInSlot", kSlot2Path);
+    EXPECT_EQ(ReadAll().devices_.at(0).slot_all_info_, "Slot 1");
+}
+
+TEST_F(PciInventory, ADeviceOnBoardTakesTheBoardsText) {
+    AddSlots();
+    Associate("IBMSG_OnBoardDevice", kBoardPath);
+    EXPECT_EQ(ReadAll().devices_.at(0).slot_all_info_, "On System Board");
+}
+
+TEST_F(PciInventory, ADeviceWithoutAssociationHasNoPlace) {
+    AddSlots();
+    EXPECT_EQ(ReadAll().devices_.at(0).slot_all_info_, "");
+    EXPECT_THAT(log.Texts(4),
+                Contains("IBMSG_PCIDevice associators IBMSG_DeviceInSlot instances:0"));
+    EXPECT_THAT(log.Texts(4),
+                Contains("IBMSG_OnBoardDevice associators IBMSG_SystemBoard instances:0"));
+}
+
+TEST_F(PciInventory, ASlotWithoutTextGivesAnEmptyPlace) {
+    host.Class(kNs, "IBMSG_SystemSlot", R"({"Tag": "string"})", R"([{"Tag": "slot1"}])");
+    Associate("IBMSG_DeviceInSlot", kSlot1Path);
+    EXPECT_EQ(ReadAll().devices_.at(0).slot_all_info_, "");
+}
+
+TEST_F(PciInventory, PlacesAreTracedInTheNameOfThePciDeviceForBridgesToo) {
+    AddSlots();
+    Associate("IBMSG_DeviceInSlot", kSlot2Path, "IBMSG_PCIBridge.DeviceID=\"br0\"");
+    Serve(host);
+    Pciinfo first;
+    Worker().GetPCIInfo(first);
+    log.Clear();
+    std::vector<PCIBridge> bridges;
+    EXPECT_EQ(Worker().GetPCIBridge(bridges), 0);
+    EXPECT_THAT(log.Messages(),
+                ElementsAreArray(Joined(
+                    {{"4 kalvex_cim.cpp Calling KalvexCim::GetPCIBridge"},
+                     EnumerationLog("IBMSG_PCIBridge", 1, kNs),
+                     {"4 kalvex_cim.cpp IBMSG_PCIBridge instances :1",
+                      "4 cimfunc.cpp Showing properties for IBMSG_PCIBridge.DeviceID=\"br0\"",
+                      "4 cimfunc.cpp ClassCode = 6 with raw data (6)",
+                      "4 cimfunc.cpp Description = Root port with raw data (Root port)",
+                      "4 cimfunc.cpp Location = Bus 0 Dev 1 with raw data (Bus 0 Dev 1)"},
+                     AssociationLog("IBMSG_PCIBridge.DeviceID=\"br0\"", "IBMSG_DeviceInSlot",
+                                    "IBMSG_SystemSlot", 1, kNs),
+                     {"4 kalvex_cim.cpp IBMSG_PCIDevice associators IBMSG_DeviceInSlot instances:1",
+                      "4 cimfunc.cpp Showing properties for "
+                      "//esx01/root/ibmsd:IBMSG_SystemSlot.Tag=\"slot2\"",
+                      "4 cimfunc.cpp SlotAllInfo = Slot 2 with raw data (Slot 2)"}})));
+}
+
+TEST_F(PciInventory, BridgesAreReadFieldByField) {
+    AddSlots();
+    const Pciinfo pci = ReadAll();
+    ASSERT_EQ(pci.bridges_.size(), 1U);
+    EXPECT_EQ(pci.bridges_[0].class_code_, "Bridge");
+    EXPECT_EQ(pci.bridges_[0].description_, "Root port");
+    EXPECT_EQ(pci.bridges_[0].pci_device_id_, "Bus 0 Dev 1");
+    EXPECT_EQ(pci.bridges_[0].spare_1_, "");
+}
+
+TEST_F(PciInventory, ABridgeWithoutLocationHasNone) {
+    HostBuilder bare;
+    Serve(bare.Class("root/cimv2", "IBMSG_PCIBridge", R"({"DeviceID": "string"})",
+                     R"([{"DeviceID": "br0"}])"));
+    std::vector<PCIBridge> bridges;
+    EXPECT_EQ(Worker().GetPCIBridge(bridges), 0);
+    ASSERT_EQ(bridges.size(), 1U);
+    EXPECT_EQ(bridges[0].pci_device_id_, "");
+}
+
+TEST_F(PciInventory, ADeviceWhosePlaceCannotBeAskedIsStillListed) {
+    AddSlots();
+    Serve(host);
+    simhost::Misbehaviour failure = simhost::Misbehaviours::CimErrorElement(1, "provider died");
+    failure.only_operation = "Associators";
+    Server().Misbehave(failure);
+    Pciinfo pci;
+    EXPECT_EQ(Worker().GetPCIInfo(pci), 0);
+    ASSERT_EQ(pci.devices_.size(), 1U);
+    EXPECT_EQ(pci.devices_[0].slot_all_info_, "");
+    EXPECT_EQ(pci.bridges_.size(), 1U);
+    EXPECT_THAT(log.Texts(4), Contains("IBMSG_PCIDevice associators IBMSG_DeviceInSlot failed!"));
+    EXPECT_THAT(log.Texts(1),
+                Contains("Enumerate associators failed with the reason: provider died"));
+}
+
+TEST_F(PciInventory, AMissingSlotClassLeavesDevicesAndBridges) {
+    const Pciinfo pci = ReadAll();
+    EXPECT_EQ(pci.devices_.size(), 1U);
+    EXPECT_EQ(pci.bridges_.size(), 1U);
+    EXPECT_THAT(pci.slots_, IsEmpty());
+    EXPECT_THAT(log.Texts(4), Contains("EnumerateInstances IBMSG_SystemSlot Failed!"));
+}
+
+TEST_F(PciInventory, TwoCallsDoubleEachListAndConnectTwice) {
+    AddSlots();
+    Pciinfo pci = ReadAll();
+    const auto connections = Server().counters().connections;
+    EXPECT_EQ(Worker().GetPCIInfo(pci), 0);
+    EXPECT_EQ(pci.devices_.size(), 2U);
+    EXPECT_EQ(pci.bridges_.size(), 2U);
+    EXPECT_EQ(pci.slots_.size(), 4U);
+    EXPECT_EQ(Server().counters().connections, connections + 1);
+}
+
+TEST_F(PciInventory, MovesTheWorkerToTheProvidersNamespaceForGood) {
+    AddSlots();
+    host.Class("root/cimv2", "VMware_Privilege", R"({"InstanceID": "string"})",
+               R"([{"InstanceID": "p"}])");
+    ReadAll();
+    std::vector<Zentar::ZTEXSI::VMwarePrivilegeData> privileges;
+    EXPECT_EQ(Worker().GetVMwarePrivilege(privileges), 1);
+    EXPECT_EQ(Server().requests().back().name_space, kNs);
+}
+
+TEST_F(PciInventory, IsReadFromTheFirstNamespaceWhenAskedForOnItsOwn) {
+    AddSlots();
+    Serve(host);
+    std::vector<PCIDevice> devices;
+    EXPECT_EQ(Worker().GetPCIDevice(devices), 1);
+    EXPECT_EQ(Server().requests().back().name_space, "root/cimv2");
+}
+
+TEST_F(PciInventory, LeavesTheListsAloneWhenTheProviderCannotBeReached) {
+    AddSlots();
+    Serve(host);
+    Worker();
+    info.port = support::ClosedPort();
+    Zentar::Agentless::KalvexCim unreachable(info);
+    support::TakePauses();
+    Pciinfo pci;
+    EXPECT_EQ(unreachable.GetPCIInfo(pci), 0);
+    EXPECT_THAT(pci.devices_, IsEmpty());
+    // One cycle for the new connection and one for each of the three enumerations.
+    EXPECT_EQ(support::TakePauses().size(), 12U);
+}
+
+TEST_F(PciInventory, FailsWhenThereIsNoConnectionToReplace) {
+    AddSlots();
+    Serve(host);
+    Worker();
+    support::FailNextNothrowNew();
+    Pciinfo pci;
+    EXPECT_EQ(Worker().GetPCIInfo(pci), 0);
+    EXPECT_THAT(pci.devices_, IsEmpty());
+    log.Clear();
+    EXPECT_EQ(Worker().GetPCIInfo(pci), 1);
+    EXPECT_THAT(log.Messages(),
+                ElementsAre("4 kalvex_cim.cpp Calling KalvexCim::GetPCIInfo",
+                            "4 kalvex_cim.cpp Init CimClient with namespace root/ibmsd failed!"));
+    std::vector<PCIDevice> devices;
+    EXPECT_EQ(Worker().GetPCIDevice(devices), 1);
+}
+
+TEST_F(PciInventory, ParseClassCodeReplacesKnownCodesOnly) {
+    Serve(host);
+    const std::pair<std::string, std::string> cases[] = {
+        {"2", "Network"},       {"17", "Data Acquisition and Signal Processing"},
+        {"18", "PCI Reserved"}, {"254", "PCI Reserved"},
+        {"255", "Other"},       {"256", "256"},
+        {"-1", "-1"},           {"", ""},
+        {"bridge", "bridge"},
+    };
+    for (const auto& [code, word] : cases) {
+        std::string text = code;
+        Worker().ParseClassCode(text);
+        EXPECT_EQ(text, word) << code;
+    }
+}
+
+TEST_F(PciInventory, ParseClassCodeKeepsItsErrorsIn) {
+    Serve(host);
+    Worker();
+    std::string code = "17";
+    support::FailNextNewOfAtLeast(sizeof "Data Acquisition and Signal Processing");
+    Worker().ParseClassCode(code);
+    EXPECT_EQ(code, "17");
+    EXPECT_THAT(log.Messages(),
+                ElementsAre("3 kalvex_cim.cpp ParseClassCode Error:std::bad_alloc"));
+}
+
+class SystemSlots : public support::InventoryTest {
+protected:
+    SystemSlot ReadOne(const std::string& instance) {
+        HostBuilder host;
+        Serve(host.Class("root/cimv2", "IBMSG_SystemSlot",
+                         R"({"Key": "string", "SlotDesignation": "string", "Tag": "string",
+                             "ConnectorType": "uint16", "SlotLength": "uint16",
+                             "MaxDataWidth": "uint16", "SupportsHotPlug": "boolean",
+                             "CurrentUsage": "uint16", "OperationalStatus": "uint16[]",
+                             "VccMixedVoltageSupport": "uint16"})",
+                         "[" + instance + "]"));
+        std::vector<SystemSlot> slots;
+        EXPECT_EQ(Worker().GetSystemSlot(slots), 0);
+        return slots.size() == 1 ? slots[0] : SystemSlot();
+    }
+};
+
+TEST_F(SystemSlots, CarryWordsForTheirCodes) {
+    const SystemSlot slot = ReadOne(R"({"Key": "k", "SlotDesignation": "PCIe Slot 1", "Tag": "t",
+        "ConnectorType": 170, "SlotLength": 4, "MaxDataWidth": 12, "SupportsHotPlug": true,
+        "CurrentUsage": 4, "OperationalStatus": [2], "VccMixedVoltageSupport": 2})");
+    EXPECT_EQ(slot.slot_designation_, "PCIe Slot 1");
+    EXPECT_EQ(slot.tag_, "t");
+    EXPECT_EQ(slot.connector_type_, "PCI Express x16");
+    EXPECT_EQ(slot.slot_length_, "Long");
+    EXPECT_EQ(slot.max_data_width_, "12x or x12");
+    EXPECT_EQ(slot.supports_hot_plug_, "TRUE");
+    EXPECT_EQ(slot.current_usage_, "In use");
+    EXPECT_EQ(slot.operational_status_, "OK");
+    EXPECT_EQ(slot.vcc_mixed_voltage_support_, "3.3V");
+}
+
+TEST_F(SystemSlots, WithoutTagKeepTheOtherFields) {
+    const SystemSlot slot = ReadOne(
+        R"({"Key": "k", "SlotDesignation": "PCIe Slot 1", "ConnectorType": 6, "MaxDataWidth": 13})");
+    EXPECT_EQ(slot.tag_, "");
+    EXPECT_EQ(slot.slot_designation_, "PCIe Slot 1");
+    EXPECT_EQ(slot.connector_type_, "PCI");
+    EXPECT_EQ(slot.max_data_width_, "16x or x16");
+}
+
+TEST_F(SystemSlots, DecodeMissingCodesAsZero) {
+    const SystemSlot slot = ReadOne(R"({"Key": "k"})");
+    EXPECT_EQ(slot.connector_type_, "");
+    EXPECT_EQ(slot.slot_length_, "Reserved");
+    EXPECT_EQ(slot.max_data_width_, "");
+    EXPECT_EQ(slot.current_usage_, "Reserved");
+    EXPECT_EQ(slot.operational_status_, "");
+    EXPECT_EQ(slot.vcc_mixed_voltage_support_, "Unknown");
+}
+
+TEST_F(SystemSlots, OfSeveralStatusesHaveNoStatusWord) {
+    EXPECT_EQ(ReadOne(R"({"Key": "k", "OperationalStatus": [2, 3]})").operational_status_, "");
+}
+
+}  // namespace

@@ -1,0 +1,12 @@
+// Makes one allocation of this thread fail.
+#pragma once
+
+namespace support {
+
+/// The next `operator new` that may return null (the nothrow form) does.
+void FailNextNothrowNew();
+
+/// The next `operator new` of at least `size` bytes throws std::bad_alloc.
+void FailNextNewOfAtLeast(unsigned long size);
+
+}  // namespace support

@@ -1,0 +1,42 @@
+// The TLS side of a scripted server: a certificate made in memory, and what a handshake brought.
+#pragma once
+
+#include <openssl/ssl.h>
+
+#include <memory>
+#include <string>
+
+namespace support {
+
+struct TlsOptions {
+    int oldest_version = TLS1_VERSION;
+    int newest_version = TLS1_3_VERSION;
+    bool weak_key = false;  ///< RSA with 1024 bits, signed with SHA-1
+    /// Where the certificate is also written to as PEM, when not empty.
+    std::string certificate_file;
+};
+
+/// What a server saw of one handshake.
+struct TlsSeen {
+    std::string version;      ///< "TLSv1.2"; empty when the handshake failed
+    std::string server_name;  ///< the name the client asked for, empty without SNI
+    bool resumed = false;
+};
+
+/// The context of all connections of one server, with a self-signed certificate for another name.
+class TlsServerContext {
+public:
+    explicit TlsServerContext(const TlsOptions& options);
+
+    SSL_CTX* get() const { return context_.get(); }
+
+private:
+    struct Free {
+        void operator()(SSL_CTX* context) const { SSL_CTX_free(context); }
+    };
+    std::unique_ptr<SSL_CTX, Free> context_;
+};
+
+TlsSeen SeenBy(SSL* tls);
+
+}  // namespace support
