@@ -38,9 +38,11 @@ constexpr Explanation kNoConnection{Cause::kUnreachable, "the host could not be 
                                     "check that it is up, and --host, --port and --transport"};
 constexpr Explanation kNoSuchHost{Cause::kUnreachable, "the host's name could not be resolved",
                                   "check the spelling of --host, or give its address"};
-constexpr Explanation kCut{
-    Cause::kBadReply, "the host's reply was cut off",
+constexpr Explanation kDamaged{
+    Cause::kBadReply, "the host's reply was cut off or is damaged",
     "try again, and look for a proxy or a failing CIM service if it persists"};
+constexpr Explanation kNoXml{Cause::kBadReply, "the host's reply was cut off or is no CIM-XML",
+                             "try again, and check that --port leads to the CIM server"};
 constexpr Explanation kNotCimXml{Cause::kBadReply, "the host's reply is not valid CIM-XML",
                                  "check that --port leads to the CIM server, then try again"};
 constexpr Explanation kNoNamespace{
@@ -69,21 +71,20 @@ constexpr Rule kRules[] = {
     {Where::kStart, "Malformed HTTP response message", kWebServer},
     {Where::kStart, "Missing CIMOperation HTTP header", kWebServer},
     {Where::kStart, "Received CIMOperation HTTP header", kWebServer},
-    {Where::kStart, "Validation error: on line 1: Expected <?xml", kNotCimXml},
+    {Where::kAnywhere, ": Expected <?xml", kNoXml},
     {Where::kStart, "Connection closed by CIM Server", kClosed},
     {Where::kStart, "connection timed out", kTimeOut},
     {Where::kStart, "Cannot connect to ", kNoConnection},
     {Where::kStart, "Cannot create socket", kNoConnection},
     {Where::kStart, "not connected", kNoConnection},
     {Where::kStart, "Invalid locator: ", kNoSuchHost},
-    {Where::kStart, "One or more tags are still open", kCut},
     {Where::kStart, "Validation error: on line ", kNotCimXml},
     {Where::kStart, "Semantic error: on line ", kNotCimXml},
     {Where::kStart, "Mismatched response message ID", kNotCimXml},
     {Where::kStart, "Received unsupported protocol version", kNotCimXml},
     {Where::kStart, "The byte sequence starting at index", kNotCimXml},
     {Where::kStart, "malformed object name: ", kNotCimXml},
-    {Where::kAnywhere, ": on line ", kNotCimXml},
+    {Where::kAnywhere, ": on line ", kDamaged},
     {Where::kAnywhere, "INVALID_NAMESPACE", kNoNamespace},
     {Where::kAnywhere, "invalid namespace", kNoNamespace},
     {Where::kAnywhere, "INVALID_CLASS", kNoClass},

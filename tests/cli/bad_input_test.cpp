@@ -1,0 +1,257 @@
+// Hosts and files that are not as they should be: one clear line, the right exit status, and
+// whatever was read before.
+#include <algorithm>
+
+#include "cli/command_test.h"
+
+namespace clitest {
+namespace {
+
+namespace Misbehaviours = simhost::Misbehaviours;
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::SizeIs;
+
+constexpr const char* kSshBanner = "SSH-2.0-OpenSSH_9.2p1\r\n";
+
+class BadInput : public CommandTest {
+protected:
+    /// The lines of the command itself, without those of the log.
+    static std::vector<std::string> Explanations(const Finished& finished) {
+        std::vector<std::string> lines;
+        std::istringstream err(finished.err);
+        for (std::string line; std::getline(err, line);) {
+            if (line.rfind("kalvex: ", 0) == 0) {
+                lines.push_back(line);
+            }
+        }
+        return lines;
+    }
+
+    /// Nothing was read, for the reason that one line with these parts tells.
+    void ExpectNothingRead(const std::vector<std::string>& section, const std::string& meaning,
+                           const std::string& remedy) {
+        const Finished finished = Inventory(section);
+        EXPECT_EQ(finished.status, 3);
+        EXPECT_THAT(finished.out, HasSubstr("Could not be read: "));
+        const auto lines = Explanations(finished);
+        ASSERT_THAT(lines, SizeIs(1)) << finished.err;
+        EXPECT_THAT(lines[0], AllOf(HasSubstr(meaning), HasSubstr(remedy)));
+    }
+
+    static Json WithoutClass(const std::string& ns, const std::string& class_name) {
+        Json host = SmallHost();
+        host["namespaces"][ns]["classes"].erase(class_name);
+        host["namespaces"][ns]["associations"] = Json::array();
+        return host;
+    }
+};
+
+// Before the module is asked: one attempt, at once.
+
+TEST_F(BadInput, ClosedPortIsReportedAtOnce) {
+    const Finished finished =
+        Run({"inventory", "--host", "127.0.0.1", "--port", std::to_string(ClosedPort())});
+    EXPECT_THAT(finished, Complains(3, "refused the connection; check --port"));
+}
+
+TEST_F(BadInput, ClosedPortIsReportedAtOnceForEveryAddressOfAName) {
+    const Finished finished = Run({"supported", "--host", "localhost", "--transport", "http",
+                                   "--port", std::to_string(ClosedPort())});
+    EXPECT_THAT(finished, Complains(3, "localhost port "));
+}
+
+TEST_F(BadInput, UnknownHostNameIsReportedAtOnce) {
+    EXPECT_THAT(Run({"inventory", "--host", "no-such-host.invalid"}),
+                Complains(3, "\"no-such-host.invalid\""));
+}
+
+TEST_F(BadInput, SilentPortIsReportedAfterTheConnectTimeout) {
+    Serve(Https());
+    Server().Misbehave(Misbehaviours::StallOnConnect());
+    EXPECT_THAT(Inventory({"--connect-timeout", "0.2"}),
+                Complains(3, "made no TLS handshake within 0.2 seconds"));
+}
+
+TEST_F(BadInput, SshBannerInPlaceOfTlsIsReportedAtOnce) {
+    Serve(Https());
+    Server().Misbehave(Misbehaviours::RawOnConnect(kSshBanner));
+    EXPECT_THAT(Inventory(), Complains(3, "answers, but not with TLS"));
+}
+
+TEST_F(BadInput, PlainHttpInPlaceOfTlsPointsToTheTransport) {
+    Serve(Http());
+    const Finished finished = Run({"inventory", "--host", "127.0.0.1", "--connect-timeout", "0.2",
+                                   "--port", std::to_string(Server().port())});
+    EXPECT_THAT(finished, Complains(3, "use --transport http"));
+}
+
+TEST_F(BadInput, ConnectionClosedDuringTlsIsReportedAtOnce) {
+    Serve(Https());
+    Server().Misbehave(Misbehaviours::CloseOnConnect());
+    EXPECT_THAT(Inventory(), Complains(3, "during the TLS handshake"));
+}
+
+// While the module reads.
+
+TEST_F(BadInput, WrongPasswordIsExplainedOnceForAllSections) {
+    Serve(WithAccount());
+    const Finished finished =
+        Run({ToHost("inventory", {"--user", kUser}), {{"KALVEX_PASSWORD", "wrong-secret"}}});
+    EXPECT_EQ(finished.status, 3);
+    const auto lines = Explanations(finished);
+    ASSERT_THAT(lines, SizeIs(1));
+    EXPECT_EQ(lines[0],
+              "kalvex: system, os, packages, events, privileges, ports, ipv4, ipv6, pci: the host "
+              "refused the user name or password, or the account lacks the CIM permission (HTTP "
+              "Error (401 Unauthorized).); check --user and the password");
+    EXPECT_THAT(finished.out + finished.err, Not(HasSubstr("wrong-secret")));
+}
+
+TEST_F(BadInput, WrongPasswordIsNotOfferedAgainForEverySection) {
+    Serve(WithAccount());
+    Run({ToHost("inventory", {"--user", kUser}), {{"KALVEX_PASSWORD", "wrong-secret"}}});
+    const auto requests = Server().requests();
+    // The computer system is read through two connections, each of which logs in once.
+    EXPECT_EQ(std::ranges::count_if(requests,
+                                    [](const simhost::Request& request) {
+                                        return request.head.find("Authorization:") !=
+                                               std::string::npos;
+                                    }),
+              2);
+}
+
+TEST_F(BadInput, WrongPasswordStillGivesACompleteJsonObject) {
+    Serve(WithAccount());
+    const Json sections =
+        Sections({"--user", kUser, "--password-file", WriteFile("pw", "no\n")}, 3);
+    EXPECT_THAT(sections, SizeIs(9));
+    EXPECT_EQ(sections.at("packages"), Json::parse(R"({"result": 1, "records": []})"));
+    EXPECT_EQ(sections.at("pci"), Json::parse(R"({"result": 1, "devices": [], "bridges": [],
+                                                  "slots": []})"));
+}
+
+TEST_F(BadInput, HtmlPageIsNoCimServer) {
+    Serve();
+    Server().Misbehave(Misbehaviours::Raw(
+        "HTTP/1.1 200 OK\r\nContent-Type: text/html\r\nContent-Length: 6\r\n\r\n<html>"));
+    ExpectNothingRead({"os"}, "it is no CIM server", "check --host and --port");
+}
+
+TEST_F(BadInput, WebServerThatDoesNotKnowThePathIsNoCimServer) {
+    Serve();
+    Server().Misbehave(Misbehaviours::HttpStatus(404, "Not Found"));
+    ExpectNothingRead({"os"}, "it is no CIM server", "HTTP Error (404 Not Found).");
+}
+
+TEST_F(BadInput, SshBannerInPlaceOfHttpIsNoCimServer) {
+    Serve();
+    Server().Misbehave(Misbehaviours::Raw(kSshBanner));
+    ExpectNothingRead({"os"}, "it is no CIM server", "check --host and --port");
+}
+
+TEST_F(BadInput, PlainHttpToATlsPortPointsToTheTransport) {
+    Serve(Https());
+    const Finished finished = Run({"inventory", "os", "--host", "127.0.0.1", "--transport", "http",
+                                   "--port", std::to_string(Server().port())});
+    EXPECT_EQ(finished.status, 3);
+    ASSERT_THAT(Explanations(finished), SizeIs(1)) << finished.err;
+}
+
+TEST_F(BadInput, ReplyCutInHalfIsExplainedWhereverItIsCut) {
+    Serve();
+    for (const std::size_t bytes : {200, 400, 700, 701, 705, 720}) {
+        Server().Behave();
+        Server().Misbehave(Misbehaviours::Truncate(bytes));
+        ExpectNothingRead({"os"}, "reply was cut off", "try again");
+    }
+}
+
+TEST_F(BadInput, ConnectionClosedWithoutAnAnswerIsExplained) {
+    Serve();
+    Server().Misbehave(Misbehaviours::Close());
+    ExpectNothingRead({"os"}, "closed the connection", "--transport");
+}
+
+TEST_F(BadInput, OverloadedHostIsExplained) {
+    Serve();
+    Server().Misbehave(Misbehaviours::HttpStatus(503, "Service Unavailable"));
+    ExpectNothingRead({"os"}, "overloaded", "try again");
+}
+
+TEST_F(BadInput, WhatWasReadBeforeAFailureIsPrinted) {
+    Serve(WithoutClass("root/cimv2", "VMware_EthernetPort"));
+    const Finished finished = Inventory();
+    EXPECT_EQ(finished.status, 1);
+    EXPECT_THAT(finished.out, AllOf(HasSubstr("Installed packages (2)"),
+                                    HasSubstr("Ethernet ports\n==============\nCould not be read: "
+                                              "the host does not have this kind of inventory"),
+                                    HasSubstr("System slots (1)")));
+    const auto lines = Explanations(finished);
+    ASSERT_THAT(lines, SizeIs(1)) << finished.err;
+    EXPECT_THAT(lines[0], AllOf(testing::StartsWith("kalvex: ports: "),
+                                HasSubstr("VMware_EthernetPort"), HasSubstr("provider")));
+}
+
+TEST_F(BadInput, AFailedSectionHasResultOneInJson) {
+    Serve(WithoutClass("root/cimv2", "VMware_EthernetPort"));
+    const Json sections = Sections({}, 1);
+    EXPECT_EQ(sections.at("ports"), Json::parse(R"({"result": 1, "records": []})"));
+    EXPECT_EQ(sections.at("ipv6"), Json::parse(R"({"result": 0, "records": []})"));
+}
+
+TEST_F(BadInput, APciListThatFailedDoesNotLookLikeAnEmptyOne) {
+    Serve(WithoutClass("root/ibmsd", "IBMSG_SystemSlot"));
+    const Finished finished = Inventory({"pci"});
+    EXPECT_EQ(finished.status, 1);
+    EXPECT_THAT(finished.out, AllOf(HasSubstr("PCI devices (1)"),
+                                    HasSubstr("System slots\n============\nCould not be read: ")));
+    EXPECT_EQ(Sections({"pci"}, 1).at("pci").at("result"), 1);
+}
+
+TEST_F(BadInput, HostWithoutTheHardwareNamespaceIsReadInPart) {
+    Json host = SmallHost();
+    host["namespaces"].erase("ibm/imm0/cimv2");
+    Serve(host);
+    const Finished finished = Inventory({"system"});
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_THAT(finished.out, HasSubstr("Manufacturer   Contoso"));
+    const auto lines = Explanations(finished);
+    ASSERT_THAT(lines, SizeIs(1)) << finished.err;
+    EXPECT_THAT(lines[0], HasSubstr("namespace is unknown"));
+}
+
+TEST_F(BadInput, AReasonFromTheHostCannotForgeALine) {
+    Serve();
+    Server().Misbehave(Misbehaviours::CimErrorElement(1, "x\nkalvex: forged\x1B[2J"));
+    const Finished finished = Inventory({"os"});
+    EXPECT_THAT(Explanations(finished), SizeIs(1)) << finished.err;
+    EXPECT_EQ(finished.err.find('\x1B'), std::string::npos);
+    EXPECT_EQ(finished.out.find('\x1B'), std::string::npos);
+}
+
+// Files.
+
+TEST_F(BadInput, BrokenHostDescriptionIsReportedWithItsMessage) {
+    const std::string file = WriteFile("broken.json", "{\"name\": ");
+    EXPECT_THAT(Run({"inventory", "--simulated", file}), Complains(2, "broken.json"));
+    EXPECT_THAT(Run({"simulate", file}), Complains(2, "broken.json"));
+}
+
+TEST_F(BadInput, MissingHostDescriptionIsReported) {
+    EXPECT_THAT(Run({"inventory", "--simulated", PathOf("missing.json")}),
+                Complains(2, "missing.json"));
+}
+
+TEST_F(BadInput, UnwritableLogFileIsReported) {
+    const std::string file = PathOf("no/such/folder/log");
+    EXPECT_THAT(Run({"inventory", "--simulated", "--log-file", file}),
+                Complains(2, "cannot write the log file: " + file + ": No such file"));
+    EXPECT_THAT(Run({"inventory", "--simulated", "--log-file", PathOf("")}),
+                Complains(2, "Is a directory"));
+}
+
+}  // namespace
+}  // namespace clitest

@@ -1,0 +1,57 @@
+// Runs the command as a user does: as a process of its own.
+#pragma once
+
+#include <sys/types.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace clitest {
+
+struct Finished {
+    int status = -1;  ///< exit status, or minus the number of the signal that ended it
+    std::string out;
+    std::string err;
+};
+
+struct Start {
+    std::vector<std::string> arguments;
+    std::map<std::string, std::string> environment{};  ///< on top of the test's own
+    std::string input{};                               ///< standard input, then its end
+    bool terminal = false;                             ///< with a terminal of its own, else none
+};
+
+/// Killed on destruction if it still runs.
+class ChildProcess {
+public:
+    ChildProcess(const std::string& program, Start start);
+    ~ChildProcess();
+    ChildProcess(const ChildProcess&) = delete;
+    ChildProcess& operator=(const ChildProcess&) = delete;
+
+    pid_t id() const { return id_; }
+
+    /// The next line of standard output, as soon as it is there.
+    std::string ReadLine();
+    /// Everything that the command has shown on its terminal, up to `end`.
+    std::string ReadTerminalUntil(const std::string& end);
+    void Type(const std::string& text);
+    /// Whether its terminal echoes what is typed.
+    bool Echoes() const;
+
+    void Signal(int number);
+    /// Reads both outputs to their ends and waits.
+    Finished Wait();
+
+private:
+    pid_t id_ = -1;
+    int out_ = -1;
+    int err_ = -1;
+    int terminal_ = -1;  ///< our end
+    int slave_ = -1;     ///< its end, kept open so that what it showed can be read afterwards
+};
+
+Finished RunProcess(const std::string& program, Start start);
+
+}  // namespace clitest

@@ -1,0 +1,190 @@
+// What `kalvex inventory` prints for a host that answers.
+#include "cli/command_test.h"
+
+namespace clitest {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+class InventoryCommand : public CommandTest {
+protected:
+    static std::vector<std::string> KeysOf(const Json& object) {
+        std::vector<std::string> keys;
+        for (const auto& [key, value] : object.items()) {
+            keys.push_back(key);
+        }
+        return keys;
+    }
+
+    /// The classes that the host was asked for, in order.
+    std::vector<std::string> ClassesAsked() {
+        std::vector<std::string> classes;
+        for (const simhost::Request& request : Server().requests()) {
+            classes.push_back(request.class_name);
+        }
+        return classes;
+    }
+};
+
+TEST_F(InventoryCommand, JsonHoldsEveryFieldOfEverySection) {
+    Serve();
+    const Finished finished = Inventory({"--format", "json"});
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_EQ(finished.err, "");
+    const Json expected = {
+        {"host", "127.0.0.1"},
+        {"port", Server().port()},
+        {"sections", Json::parse(ReadFile(TestData("small-host.sections.json")))}};
+    EXPECT_EQ(finished.out.substr(0, finished.out.size() - 1), [&] {
+        std::string text = expected.dump(2);
+        // The one character that the command escapes beyond what JSON demands.
+        const std::string c1 = "\u009B";
+        return text.replace(text.find(c1), c1.size(), "\\u009b");
+    }());
+}
+
+TEST_F(InventoryCommand, TextIsHeadedAlignedAndSafe) {
+    Serve();
+    const Finished finished = Inventory();
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_EQ(finished.err, "");
+    EXPECT_EQ(finished.out, "Inventory of 127.0.0.1, port " + std::to_string(Server().port()) +
+                                "\n\n" + ReadFile(TestData("small-host.text")));
+}
+
+TEST_F(InventoryCommand, OverHttpsWithAnAccountIsTheSame) {
+    Serve(WithAccount(Https()));
+    const Finished finished = Run({ToHost("inventory", {"--user", kUser, "--format", "json"}),
+                                   {{"KALVEX_PASSWORD", kPassword}}});
+    EXPECT_EQ(finished.status, 0) << finished.err;
+    EXPECT_EQ(Json::parse(finished.out).at("sections"),
+              Json::parse(ReadFile(TestData("small-host.sections.json"))));
+}
+
+TEST_F(InventoryCommand, SectionsComeInTheirFixedOrderWithPciLast) {
+    Serve();
+    EXPECT_THAT(KeysOf(Sections({"pci", "ipv4", "system"})), ElementsAre("system", "ipv4", "pci"));
+}
+
+TEST_F(InventoryCommand, AllSectionsAreReadByDefault) {
+    Serve();
+    EXPECT_THAT(KeysOf(Sections()), ElementsAre("system", "os", "packages", "events", "privileges",
+                                                "ports", "ipv4", "ipv6", "pci"));
+}
+
+TEST_F(InventoryCommand, OnlyTheNamedSectionsAreAskedFor) {
+    Serve();
+    EXPECT_EQ(Inventory({"packages", "os"}).status, 0);
+    EXPECT_THAT(ClassesAsked(), ElementsAre("VMware_HypervisorSoftwareIdentity",
+                                            "VMware_ComponentSoftwareIdentity"));
+}
+
+TEST_F(InventoryCommand, AClassWithoutInstancesIsAnEmptyListAndNoFailure) {
+    Serve();
+    const Finished finished = Inventory({"ipv6"});
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_THAT(finished.out, HasSubstr("IPv6 endpoints\n==============\nThe host has none.\n"));
+}
+
+TEST_F(InventoryCommand, HostMayBeGivenByName) {
+    Serve();
+    const Finished finished = Run({"inventory", "os", "--host", "localhost", "--transport", "http",
+                                   "--port", std::to_string(Server().port())});
+    EXPECT_EQ(finished.status, 0) << finished.err;
+    EXPECT_THAT(finished.out, HasSubstr("Inventory of localhost, port "));
+}
+
+TEST_F(InventoryCommand, SimulatedReadsTheBuiltInHostOverHttps) {
+    const Finished finished = Run({"inventory", "--simulated", "--format", "json"});
+    ASSERT_EQ(finished.status, 0) << finished.err;
+    EXPECT_EQ(finished.err, "");
+    const Json inventory = Json::parse(finished.out);
+    EXPECT_EQ(inventory.at("host"), "127.0.0.1");
+    EXPECT_GT(inventory.at("port"), 0);
+    const Json& sections = inventory.at("sections");
+    for (const auto& [name, section] : sections.items()) {
+        EXPECT_EQ(section.at("result"), 0) << name;
+    }
+    EXPECT_NE(sections.at("system").at("record").at("serial_number_"), "");
+    EXPECT_NE(sections.at("os").at("record").at("build_number"), "");
+    EXPECT_THAT(sections.at("packages").at("records"), SizeIs(testing::Gt(100U)));
+    EXPECT_THAT(sections.at("events").at("records"), SizeIs(300));
+    EXPECT_THAT(sections.at("privileges").at("records"), SizeIs(12));
+    EXPECT_THAT(sections.at("ports").at("records"), SizeIs(4));
+    EXPECT_THAT(sections.at("ipv4").at("records"), SizeIs(2));
+    EXPECT_THAT(sections.at("ipv6").at("records"), SizeIs(2));
+    EXPECT_THAT(sections.at("pci").at("devices"), SizeIs(40));
+    EXPECT_THAT(sections.at("pci").at("bridges"), SizeIs(16));
+    EXPECT_THAT(sections.at("pci").at("slots"), SizeIs(8));
+}
+
+TEST_F(InventoryCommand, SimulatedTextShowsWideTextsAndCounts) {
+    const Finished finished = Run({"inventory", "--simulated"});
+    EXPECT_EQ(finished.status, 0) << finished.err;
+    EXPECT_THAT(finished.out, HasSubstr("\nIPMI event log (300)\n====================\n"));
+    EXPECT_THAT(finished.out, HasSubstr("\nSystem slots (8)\n"));
+}
+
+TEST_F(InventoryCommand, SimulatedReadsADescribedHostByEitherTransport) {
+    for (const char* transport : {"http", "https"}) {
+        const Finished finished = Run({"inventory", "os", "--simulated",
+                                       TestData("small-host.json"), "--transport", transport});
+        EXPECT_EQ(finished.status, 0) << finished.err;
+        EXPECT_THAT(finished.out, HasSubstr("Build number  14320388\n"));
+    }
+}
+
+TEST_F(InventoryCommand, ASectionMayFollowSimulated) {
+    const Finished finished = Run({"inventory", "--simulated", "os", "--format", "json"});
+    EXPECT_EQ(finished.status, 0) << finished.err;
+    EXPECT_THAT(KeysOf(Json::parse(finished.out).at("sections")), ElementsAre("os"));
+}
+
+TEST_F(InventoryCommand, NoSuchPropertyIsADash) {
+    Json host = SmallHost();
+    host["namespaces"]["root/cimv2"]["classes"]["OMC_Chassis"]["instances"][0].erase("Version");
+    Serve(host);
+    EXPECT_THAT(Inventory({"system"}).out, HasSubstr("Version        -\n"));
+    EXPECT_EQ(Sections({"system"}).at("system").at("record").at("version_"), "");
+}
+
+TEST_F(InventoryCommand, LogGoesToStandardErrorAtTheLevelAskedFor) {
+    Serve();
+    EXPECT_THAT(Inventory({"os", "--log-level", "3"}).err,
+                testing::AllOf(HasSubstr(" [3] cimfunc.cpp:"), HasSubstr("build_number:14320388"),
+                               testing::Not(HasSubstr(" [4] "))));
+    EXPECT_EQ(Inventory({"os"}).err, "");
+}
+
+TEST_F(InventoryCommand, LogGoesToAFileInstead) {
+    Serve();
+    const Finished finished =
+        Inventory({"os", "--log-level", "4", "--log-file", PathOf("kalvex.log")});
+    EXPECT_EQ(finished.status, 0);
+    EXPECT_EQ(finished.err, "");
+    const std::string log = ReadFile(PathOf("kalvex.log"));
+    EXPECT_THAT(log, HasSubstr(" [4] kalvex.cpp:"));
+    EXPECT_THAT(log, HasSubstr("Calling Kalvex::GetOperationSystem\n"));
+    EXPECT_THAT(log, HasSubstr("Calling destructor of Kalvex\n"));
+}
+
+TEST_F(InventoryCommand, LevelZeroLogsNothingButFailuresAreStillExplained) {
+    Serve();
+    Server().Misbehave(simhost::Misbehaviours::CimErrorElement(1, "out of luck"));
+    const Finished finished = Inventory({"os", "--log-level", "0"});
+    EXPECT_EQ(finished.err,
+              "kalvex: os: the host reported an error (out of luck); try again, and look into the "
+              "host's CIM service if it persists\n");
+}
+
+TEST_F(InventoryCommand, FullDiskIsReported) {
+    const Finished finished = RunProcess(
+        "/bin/sh", {{"-c", "exec \"$0\" inventory os --simulated > /dev/full", KALVEX_COMMAND}});
+    EXPECT_THAT(finished, Complains(1, "standard output could not be written"));
+}
+
+}  // namespace
+}  // namespace clitest

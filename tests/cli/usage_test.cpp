@@ -1,0 +1,98 @@
+// What the command says about itself, and about wrong usage.
+#include "cli/command_test.h"
+
+namespace clitest {
+namespace {
+
+using testing::HasSubstr;
+using testing::MatchesRegex;
+
+struct Mistake {
+    std::string name;
+    std::vector<std::string> arguments;
+    std::string complaint;
+};
+
+void PrintTo(const Mistake& mistake, std::ostream* out) { *out << mistake.name; }
+
+class Usage : public CommandTest {};
+class UsageMistake : public CommandTest, public testing::WithParamInterface<Mistake> {};
+
+TEST_P(UsageMistake, IsAnsweredWithWhatToWriteInstead) {
+    EXPECT_THAT(Run(GetParam().arguments), Complains(2, GetParam().complaint));
+}
+
+constexpr const char* kSectionNames =
+    "among system, os, packages, events, privileges, ports, ipv4, ipv6, pci";
+
+const Mistake kMistakes[] = {
+    {"NoCommand", {}, "see kalvex --help"},
+    {"UnknownCommand", {"inventry"}, "see kalvex --help"},
+    {"UnknownOption", {"inventory", "--bogus"}, "--bogus; see kalvex inventory --help"},
+    {"NoHost", {"inventory"}, "name it with --host HOST, or use --simulated"},
+    {"NoHostToSupport", {"supported"}, "name it with --host HOST, or use --simulated"},
+    {"UnknownSection", {"inventory", "--host", "x", "disks"}, kSectionNames},
+    {"UnknownSectionNamed", {"inventory", "--host", "x", "disks"}, "\"disks\""},
+    {"SectionTwice", {"inventory", "os", "pci", "os", "--simulated"}, "\"os\" is given twice"},
+    {"PortTooHigh", {"inventory", "--host", "x", "--port", "65536"}, "--port: "},
+    {"PortZero", {"inventory", "--host", "x", "--port", "0"}, "--port: "},
+    {"PortNoNumber", {"inventory", "--host", "x", "--port", "https"}, "--port: "},
+    {"Transport", {"inventory", "--host", "x", "--transport", "ftp"}, "{https,http}"},
+    {"Format", {"inventory", "--simulated", "--format", "xml"}, "{text,json}"},
+    {"LogLevel", {"inventory", "--simulated", "--log-level", "5"}, "0 to 4"},
+    {"ConnectTimeout",
+     {"supported", "--host", "x", "--connect-timeout", "-1"},
+     "--connect-timeout"},
+    {"HostIsUrl", {"inventory", "--host", "https://x"}, "a name or an address alone"},
+    {"HostWithPort", {"inventory", "--host", "x:5989"}, "give the port with --port"},
+    {"HostAndSimulated", {"inventory", "--host", "x", "--simulated"}, "leave out --simulated"},
+    {"UserAndSimulated", {"inventory", "--user", "x", "--simulated"}, "leave out --simulated"},
+    {"NoValue", {"inventory", "--host"}, "--host"},
+    {"SimulatePort", {"simulate", "--port", "70000"}, "--port: "},
+};
+
+INSTANTIATE_TEST_SUITE_P(, UsageMistake, testing::ValuesIn(kMistakes),
+                         [](const auto& test) { return test.param.name; });
+
+TEST_F(Usage, PasswordAsAnArgumentIsRefusedAndNotRepeated) {
+    for (const char* argument : {"--password", "--password=geheim"}) {
+        const Finished finished =
+            Run({"inventory", "--host", "x", "--user", "root", argument, "geheim"});
+        EXPECT_THAT(finished, Complains(2, "--password-file"));
+        EXPECT_EQ(finished.err.find("geheim"), std::string::npos);
+    }
+}
+
+TEST_F(Usage, EveryHelpHasAnExample) {
+    for (const std::string command : {"inventory", "supported", "simulate"}) {
+        const Finished help = Run({command, "--help"});
+        EXPECT_EQ(help.status, 0);
+        EXPECT_EQ(help.err, "");
+        EXPECT_THAT(help.out, HasSubstr("Example"));
+        EXPECT_THAT(help.out, HasSubstr("\n  kalvex " + command + " "));
+    }
+    EXPECT_THAT(Run({"--help"}).out, HasSubstr("\n  kalvex inventory --simulated"));
+}
+
+TEST_F(Usage, HelpOfInventoryTellsOptionsSectionsAndExitStatus) {
+    const std::string help = Run({"inventory", "--help"}).out;
+    for (const char* part :
+         {"--host", "--port", "--transport", "--user", "--password-file", "KALVEX_PASSWORD",
+          "--simulated", "--format", "--log-level", "--log-file", "--connect-timeout", "5989",
+          "system, os, packages, events, privileges, ports, ipv4, ipv6, pci", "Exit status"}) {
+        EXPECT_THAT(help, HasSubstr(part));
+    }
+}
+
+TEST_F(Usage, HelpNeverOffersAPasswordArgument) {
+    EXPECT_EQ(Run({"inventory", "--help"}).out.find("--password "), std::string::npos);
+}
+
+TEST_F(Usage, VersionIsPrinted) {
+    const Finished version = Run({"--version"});
+    EXPECT_EQ(version.status, 0);
+    EXPECT_THAT(version.out, MatchesRegex("kalvex [0-9]+\\.[0-9]+\\.[0-9]+\n"));
+}
+
+}  // namespace
+}  // namespace clitest
