@@ -4,4 +4,5 @@ target_include_directories(kalvex_compile_options INTERFACE ${PROJECT_SOURCE_DIR
 target_compile_options(kalvex_compile_options INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -Wshadow
   $<$<BOOL:${KALVEX_WARNINGS_AS_ERRORS}>:-Werror>
+  $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>  # GCC 12 sees overlaps in std::string's operator+
   -ffile-prefix-map=${PROJECT_SOURCE_DIR}/=)
