@@ -3,8 +3,8 @@
 #include <cerrno>
 #include <cstring>
 #include <fstream>
+#include <iterator>
 #include <nlohmann/json.hpp>
-#include <sstream>
 
 #include "simhost/description_node.h"
 #include "simhost/model.h"
@@ -71,13 +71,13 @@ HostDescription HostDescription::FromJson(std::string_view text, const std::stri
 
 HostDescription HostDescription::FromFile(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
-    std::ostringstream text;
-    text << file.rdbuf();
-    if (!file.is_open() || text.bad()) {
+    file.peek();
+    if (!file.is_open() || file.bad()) {
         throw DescriptionError(path + ": cannot be read: " + std::strerror(errno) +
                                ": name a file with a host description");
     }
-    return FromJson(text.str(), path);
+    const std::string text{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    return FromJson(text, path);
 }
 
 HostDescription HostDescription::Builtin() {

@@ -41,7 +41,7 @@ void Enlarge(std::size_t size, Answer& answer) {
         answer.repeat_at = end;
     } else {
         answer.repeated.assign(kPiece, '\n');
-        answer.repeat_at = answer.body.size();
+        answer.repeat_at = std::min(answer.body.rfind("</IMETHODRESPONSE>"), answer.body.size());
     }
     const std::string once = answer.repeated;
     while (answer.repeated.size() < kPiece && answer.repeated.size() < size) {

@@ -123,7 +123,7 @@ private:
             return;
         }
         Class& described = result_.classes[index];
-        if (depth > nodes.size()) {
+        if (depth == nodes.size()) {
             nodes[index].Fail("class " + described.name + " descends from itself",
                               "correct \"superclass\"");
         }

@@ -1,0 +1,270 @@
+#include "simhost/host_test.h"
+
+namespace simhost_test {
+
+namespace {
+
+using ::testing::AllOf;
+using ::testing::EndsWith;
+using ::testing::HasSubstr;
+using ::testing::Not;
+using ::testing::StartsWith;
+
+namespace Ways = simhost::Misbehaviours;
+
+class Misbehaving : public HostTest {
+protected:
+    /// All that arrives for one request, with the connection's end noted.
+    std::string AllOfAnswer(const simhost::Misbehaviour& misbehaviour) {
+        Server().Misbehave(misbehaviour);
+        RawClient client = Connect();
+        client.Send(EnumerateCards());
+        const std::string all = client.ReceiveAll();
+        end = client.end();
+        return all;
+    }
+    /// A working host's answer.
+    Reply Good() {
+        Server().Behave();
+        return Ask(EnumerateCards());
+    }
+    void ServeTls() { Serve(simhost::ServerOptions()); }
+
+    End end = End::kNone;
+};
+
+TEST_F(Misbehaving, CloseEndsWithoutAnAnswer) {
+    EXPECT_EQ(AllOfAnswer(Ways::Close()), "");
+    EXPECT_EQ(end, End::kClosed);
+    EXPECT_EQ(Server().counters().requests, 1U);
+}
+
+TEST_F(Misbehaving, ResetEndsByAReset) {
+    EXPECT_EQ(AllOfAnswer(Ways::Reset()), "");
+    EXPECT_EQ(end, End::kReset);
+}
+
+TEST_F(Misbehaving, StallTakesTheRequestAndAnswersNothing) {
+    Server().Misbehave(Ways::Stall());
+    RawClient client = Connect();
+    client.Send(EnumerateCards());
+    client.FinishSending();
+    EXPECT_EQ(client.ReceiveAll(), "");
+    EXPECT_EQ(Server().counters().requests, 1U);
+}
+
+TEST_F(Misbehaving, RawAnswersWithTheGivenBytes) {
+    EXPECT_EQ(AllOfAnswer(Ways::Raw("<html>")), "<html>");
+    EXPECT_EQ(end, End::kClosed);
+}
+
+TEST_F(Misbehaving, TruncateCutsAtEveryByte) {
+    const std::string whole = Good().raw;
+    for (const std::size_t size : {std::size_t{0}, std::size_t{1}, std::size_t{100},
+                                   whole.size() - 1, whole.size(), whole.size() + 1}) {
+        Server().Behave();
+        EXPECT_EQ(AllOfAnswer(Ways::Truncate(size)), whole.substr(0, size));
+        EXPECT_EQ(end, End::kClosed);
+    }
+}
+
+TEST_F(Misbehaving, TruncateCanEndByAReset) {
+    const std::string cut = AllOfAnswer(Ways::Truncate(100, true));
+    EXPECT_THAT(Good().raw, StartsWith(cut));
+    EXPECT_EQ(end, End::kReset);
+}
+
+TEST_F(Misbehaving, SlowDripSendsTheWholeAnswer) {
+    const std::string whole = Good().raw;
+    EXPECT_EQ(AnswerWith(Ways::SlowDrip(50, std::chrono::milliseconds(1))).raw, whole);
+}
+
+TEST_F(Misbehaving, CloseOnConnectNeverSpeaks) {
+    for (const bool tls : {false, true}) {
+        Serve(tls ? simhost::ServerOptions() : Http());
+        Server().Misbehave(Ways::CloseOnConnect());
+        EXPECT_EQ(RawClient::WithoutTls(Server()).ReceiveAll(), "");
+    }
+}
+
+TEST_F(Misbehaving, StallOnConnectTakesTheConnectionAndNothingElse) {
+    ServeTls();
+    Server().Misbehave(Ways::StallOnConnect());
+    RawClient client = RawClient::WithoutTls(Server());
+    client.Send("hello");
+    EXPECT_EQ(Server().counters().connections, 1U);
+    EXPECT_EQ(Server().counters().tls_handshakes, 0U);
+    StopServing();
+    EXPECT_EQ(client.ReceiveAll(), "");
+}
+
+TEST_F(Misbehaving, RawOnConnectGreetsBeforeAnyTls) {
+    ServeTls();
+    Server().Misbehave(Ways::ByName("ssh-banner"));
+    RawClient client = RawClient::WithoutTls(Server());
+    EXPECT_EQ(Server().counters().connections, 1U);
+    const std::string banner = "SSH-2.0-OpenSSH_8.3\r\n";
+    EXPECT_EQ(client.ReceiveBytes(banner.size()), banner);
+}
+
+TEST_F(Misbehaving, WrongLengthAnnouncesMoreOrLess) {
+    const Reply good = Good();
+    for (const int surplus : {100, -100}) {
+        Server().Behave();
+        Server().Misbehave(Ways::WrongLength(surplus));
+        RawClient client = Connect();
+        client.Send(EnumerateCards({"Connection: close\r\n", ""}));
+        const Reply reply = client.Receive();
+        EXPECT_EQ(std::stol(reply.Header("Content-Length")),
+                  static_cast<long>(good.body.size()) + surplus);
+        EXPECT_EQ(reply.body + client.ReceiveAll(), good.body);
+        EXPECT_EQ(reply.complete, surplus < 0);
+    }
+}
+
+TEST_F(Misbehaving, CimErrorElementIsAnElementEvenForClientsThatTakeTrailers) {
+    const Reply reply = AnswerWith(Ways::CimErrorElement(6, "gone <away>"));
+    EXPECT_EQ(reply.status, 200);
+    EXPECT_FALSE(reply.HasHeader("Transfer-Encoding"));
+    EXPECT_FALSE(reply.HasHeader("Trailer"));
+    EXPECT_THAT(reply.body, HasSubstr("<ERROR CODE=\"6\" DESCRIPTION=\"gone &lt;away&gt;\">"));
+}
+
+TEST_F(Misbehaving, CimErrorTrailerBreaksOffTheXml) {
+    const Reply good = Good();
+    const Reply reply = AnswerWith(Ways::CimErrorTrailer(1, "provider died"));
+    EXPECT_TRUE(reply.complete);
+    EXPECT_EQ(reply.body, good.body.substr(0, good.body.size() / 2));
+    EXPECT_EQ(reply.trailers, "CIMStatusCode: 1\r\nCIMStatusCodeDescription: provider%20died\r\n");
+}
+
+TEST_F(Misbehaving, HttpStatusReplacesTheAnswer) {
+    for (const int status : {401, 403, 500, 503}) {
+        Server().Behave();
+        const Reply reply = AnswerWith(Ways::HttpStatus(status, "For Some Reason"));
+        EXPECT_THAT(reply.head,
+                    StartsWith("HTTP/1.1 " + std::to_string(status) + " For Some Reason\r\n"));
+        EXPECT_FALSE(reply.HasHeader("CIMError"));
+        EXPECT_EQ(reply.body, "");
+    }
+}
+
+TEST_F(Misbehaving, HttpStatusCanComeWithACimError) {
+    const Reply reply = AnswerWith(Ways::HttpStatus(400, "Bad Request", "request-not-valid"));
+    EXPECT_EQ(reply.Header("CIMError"), "request-not-valid");
+}
+
+TEST_F(Misbehaving, ContentTypeIsReplacedOrLeftOut) {
+    EXPECT_EQ(AnswerWith(Ways::ContentType("text/html")).Header("Content-Type"), "text/html");
+    Server().Behave();
+    EXPECT_FALSE(AnswerWith(Ways::ContentType("")).HasHeader("Content-Type"));
+}
+
+TEST_F(Misbehaving, OperationHeaderIsReplacedOrLeftOut) {
+    EXPECT_EQ(AnswerWith(Ways::OperationHeader("MethodCall")).Header("CIMOperation"), "MethodCall");
+    Server().Behave();
+    EXPECT_FALSE(AnswerWith(Ways::OperationHeader("")).HasHeader("CIMOperation"));
+}
+
+TEST_F(Misbehaving, MessageIdIsAnothers) {
+    EXPECT_THAT(AnswerWith(Ways::MessageId("77")).body,
+                AllOf(HasSubstr("<MESSAGE ID=\"77\" "), Not(HasSubstr("ID=\"1000\""))));
+}
+
+TEST_F(Misbehaving, HugeReplyIsWellFormedToItsEnd) {
+    for (const char* class_name : {"Card", "Empty"}) {
+        Server().Behave();
+        Server().Misbehave(Ways::HugeReply(3'000'000));
+        const Reply reply = Ask(Enumerate("root/cimv2", class_name));
+        EXPECT_TRUE(reply.complete);
+        EXPECT_GE(reply.body.size(), 3'000'000U);
+        EXPECT_LT(reply.body.size(), 3'500'000U);
+        EXPECT_THAT(reply.body.substr(reply.body.size() - 100), HasSubstr("</SIMPLERSP>"));
+    }
+}
+
+TEST_F(Misbehaving, HugeReplyCanHaveALength) {
+    Server().Misbehave(Ways::HugeReply(1'000'000));
+    const Reply reply = Ask(EnumerateCards({"", ""}));
+    EXPECT_TRUE(reply.complete);
+    EXPECT_THAT(reply.body, EndsWith("</CIM>\n"));
+}
+
+TEST_F(Misbehaving, CloseEveryEndsEachConnectionAfterSoManyRequests) {
+    Server().Misbehave(Ways::CloseEvery(3));
+    for (int connection = 0; connection < 2; ++connection) {
+        RawClient client = Connect();
+        EXPECT_FALSE(client.Ask(EnumerateCards()).HasHeader("Connection"));
+        EXPECT_FALSE(client.Ask(EnumerateCards()).HasHeader("Connection"));
+        EXPECT_EQ(client.Ask(EnumerateCards()).Header("Connection"), "close");
+        EXPECT_EQ(client.ReceiveAll(), "");
+    }
+}
+
+TEST_F(Misbehaving, CloseEveryCanBeSilent) {
+    Server().Misbehave(Ways::CloseEvery(1, false));
+    RawClient client = Connect();
+    const Reply reply = client.Ask(EnumerateCards());
+    EXPECT_TRUE(reply.complete);
+    EXPECT_FALSE(reply.HasHeader("Connection"));
+    EXPECT_EQ(client.ReceiveAll(), "");
+}
+
+TEST_F(Misbehaving, CanBeLimitedToTheNextRequests) {
+    simhost::Misbehaviour misbehaviour = Ways::HttpStatus(500, "Internal Server Error");
+    misbehaviour.after = 1;
+    misbehaviour.times = 2;
+    Server().Misbehave(misbehaviour);
+    std::vector<int> statuses;
+    for (int i = 0; i < 5; ++i) {
+        statuses.push_back(Ask(EnumerateCards()).status);
+    }
+    EXPECT_THAT(statuses, ::testing::ElementsAre(200, 500, 500, 200, 200));
+}
+
+TEST_F(Misbehaving, CanBeLimitedToConnections) {
+    simhost::Misbehaviour misbehaviour = Ways::CloseOnConnect();
+    misbehaviour.times = 1;
+    Server().Misbehave(misbehaviour);
+    EXPECT_EQ(RawClient::WithoutTls(Server()).ReceiveAll(), "");
+    EXPECT_EQ(Ask(EnumerateCards()).status, 200);
+}
+
+TEST_F(Misbehaving, CanBeLimitedToOneOperationOrClass) {
+    simhost::Misbehaviour misbehaviour = Ways::HttpStatus(500, "Internal Server Error");
+    misbehaviour.only_operation = "associators";
+    Server().Misbehave(misbehaviour);
+    EXPECT_EQ(Ask(EnumerateCards()).status, 200);
+    EXPECT_EQ(Ask(AssociateFirstCard()).status, 500);
+    Server().Behave();
+    misbehaviour.only_operation = "";
+    misbehaviour.only_class = "slot";
+    Server().Misbehave(misbehaviour);
+    EXPECT_EQ(Ask(AssociateFirstCard()).status, 200);
+    EXPECT_EQ(Ask(Enumerate("root/cimv2", "Slot")).status, 500);
+}
+
+TEST_F(Misbehaving, TheFirstThatFitsApplies) {
+    simhost::Misbehaviour once = Ways::HttpStatus(500, "Internal Server Error");
+    once.times = 1;
+    Server().Misbehave(once);
+    Server().Misbehave(Ways::HttpStatus(503, "Service Unavailable"));
+    EXPECT_EQ(Ask(EnumerateCards()).status, 500);
+    EXPECT_EQ(Ask(EnumerateCards()).status, 503);
+    EXPECT_EQ(Ask(EnumerateCards()).status, 503);
+}
+
+TEST_F(Misbehaving, WorksOverTlsToo) {
+    ServeTls();
+    const std::string whole = Good().raw;
+    EXPECT_EQ(AllOfAnswer(Ways::Truncate(200)), whole.substr(0, 200));
+    Server().Behave();
+    EXPECT_EQ(AllOfAnswer(Ways::Close()), "");
+    Server().Behave();
+    EXPECT_EQ(AllOfAnswer(Ways::Reset()), "");
+    EXPECT_EQ(end, End::kReset);
+}
+
+}  // namespace
+
+}  // namespace simhost_test
