@@ -97,10 +97,7 @@ private:
     }
 
     /// A name look-up under way cannot be stopped, and would be waited for on destruction.
-    void AbandonResolver() {
-        socket_ = tcp::socket(*io_);
-        new std::shared_ptr<asio::io_context>(io_);
-    }
+    void AbandonResolver() { new std::shared_ptr<asio::io_context>(io_); }
 
     void Connect(const tcp::resolver::results_type& addresses) {
         error_code outcome;

@@ -133,6 +133,8 @@ TEST_F(Password, AppearsInNoMessageAtAnyLevel) {
 }
 
 TEST_F(Password, AppearsInNoProcessList) {
+    // Without an account the request itself is stalled, not only the one after a challenge.
+    Serve();
     Server().Misbehave(simhost::Misbehaviours::Stall());
     auto kalvex = Launch({Arguments(), {{"KALVEX_PASSWORD", "geheim-42"}}});
     WaitForARequest();
