@@ -13,6 +13,7 @@ function(kalvex_test name)
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
   target_compile_definitions(${name} PRIVATE
     KALVEX_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data")
+  target_compile_options(${name} PRIVATE -O0)  # the compiler's time costs more than the tests'
   target_link_libraries(${name} PRIVATE ${TEST_LIBRARIES} kalvex_compile_options GTest::gmock_main)
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60
     PROPERTIES LABELS ${TEST_LABEL} TIMEOUT 120)
