@@ -18,6 +18,14 @@ std::string LengthOf(const std::string& body) {
     return "Content-Length: " + std::to_string(body.size());
 }
 
+/// A chunk must not cut the place of the message ID in two.
+std::size_t ChunkSize(const std::string& body, std::size_t at, std::size_t size) {
+    const std::string id = "@ID@";
+    const std::size_t id_at = body.find(id, at);
+    const std::size_t end = at + size;
+    return id_at < end && end < id_at + id.size() ? id_at + id.size() - at : size;
+}
+
 }  // namespace
 
 std::string Body(const std::string& content, const std::string& operation) {
@@ -26,8 +34,7 @@ std::string Body(const std::string& content, const std::string& operation) {
            "<MESSAGE ID=\"@ID@\" PROTOCOLVERSION=\"1.0\">\n"
            "<SIMPLERSP>\n"
            "<IMETHODRESPONSE NAME=\"" +
-           operation + "\">\n" + content +
-           "\n</IMETHODRESPONSE></SIMPLERSP></MESSAGE></CIM>\n";
+           operation + "\">\n" + content + "\n</IMETHODRESPONSE></SIMPLERSP></MESSAGE></CIM>\n";
 }
 
 std::string BodyReturning(const std::string& content, const std::string& operation) {
@@ -70,11 +77,12 @@ std::string AnswerOf(int count, const std::vector<std::string>& headers) {
 std::string Chunked(const std::string& body, std::size_t size,
                     const std::vector<std::string>& trailer) {
     std::string text;
-    for (std::size_t at = 0; at < body.size(); at += size) {
-        const std::string chunk = body.substr(at, size);
+    for (std::size_t at = 0; at < body.size();) {
+        const std::string chunk = body.substr(at, ChunkSize(body, at, size));
         char length[32];
         std::snprintf(length, sizeof length, "%zx\r\n", chunk.size());
         text += length + chunk + "\r\n";
+        at += chunk.size();
     }
     return text + "0\r\n" + Lines(trailer) + "\r\n";
 }

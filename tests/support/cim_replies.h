@@ -26,7 +26,7 @@ std::string Answer(const std::string& body, const std::vector<std::string>& head
 /// An answer that returns `count` instances.
 std::string AnswerOf(int count, const std::vector<std::string>& headers = {});
 
-/// The body in chunks of at most `size` bytes, with its last chunk and the trailer's lines.
+/// The body in chunks of `size` bytes, the message ID in one piece, with the trailer's lines.
 std::string Chunked(const std::string& body, std::size_t size,
                     const std::vector<std::string>& trailer = {});
 /// An answer in one chunk with these trailer lines.

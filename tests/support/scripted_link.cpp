@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <linux/sockios.h>
 #include <netinet/in.h>
+#include <netinet/tcp.h>
 #include <poll.h>
 #include <sys/ioctl.h>
 #include <sys/socket.h>
@@ -12,6 +13,9 @@ namespace support {
 
 ScriptedLink::ScriptedLink(int socket, int stop, SSL_CTX* tls) : socket_(socket), stop_(stop) {
     fcntl(socket_, F_SETFL, O_NONBLOCK);
+    // Bytes that wait for an acknowledgement would be lost in a reset.
+    const int no_delay = 1;
+    setsockopt(socket_, IPPROTO_TCP, TCP_NODELAY, &no_delay, sizeof no_delay);
     if (tls != nullptr) {
         tls_.reset(SSL_new(tls));
         SSL_set_fd(tls_.get(), socket_);
@@ -63,9 +67,7 @@ void ScriptedLink::AwaitDelivery() {
     }
 }
 
-bool ScriptedLink::HangsUpWithin(int milliseconds) {
-    return AwaitSocket(POLLRDHUP, milliseconds);
-}
+bool ScriptedLink::HangsUpWithin(int milliseconds) { return AwaitSocket(POLLRDHUP, milliseconds); }
 
 void ScriptedLink::Close() {
     if (tls_ && is_open()) {

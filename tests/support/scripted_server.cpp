@@ -155,7 +155,11 @@ std::size_t ScriptedServer::connections() const {
 std::vector<TlsSeen> ScriptedServer::AwaitHandshakes(std::size_t count) const {
     AwaitOrFail([&] { return handshakes_.size() >= count; });
     const std::lock_guard lock(mutex_);
-    return handshakes_;
+    std::vector<TlsSeen> seen;
+    for (std::size_t connection = 0; connection < count; ++connection) {
+        seen.push_back(handshakes_.at(connection));
+    }
+    return seen;
 }
 
 void ScriptedServer::Cue() {
@@ -206,7 +210,7 @@ void ScriptedServer::Converse(int socket, std::size_t connection) {
         const bool shaken = link.Handshake();
         if (tls_) {
             const std::lock_guard lock(mutex_);
-            handshakes_.push_back(shaken ? SeenBy(link.tls()) : TlsSeen());
+            handshakes_[connection] = shaken ? SeenBy(link.tls()) : TlsSeen();
             changed_.notify_all();
         }
         for (const Step& step : conversations_[connection]) {

@@ -78,7 +78,8 @@ public:
     std::uint16_t port() const { return port_; }
 
     std::vector<RecordedRequest> requests() const;
-    /// What of TLS each connection had; waits until `count` handshakes are over.
+    /// What each of the first `count` connections had of TLS; waits until their handshakes are
+    /// over.
     std::vector<TlsSeen> AwaitHandshakes(std::size_t count) const;
     std::size_t connections() const;
 
@@ -107,7 +108,7 @@ private:
     mutable std::mutex mutex_;
     mutable std::condition_variable changed_;
     std::vector<RecordedRequest> requests_;
-    std::vector<TlsSeen> handshakes_;
+    std::map<std::size_t, TlsSeen> handshakes_;
     std::map<std::size_t, bool> ended_;
     std::map<std::size_t, bool> hung_up_;
     std::size_t connections_ = 0;

@@ -13,6 +13,14 @@ struct KeyType {
     CIMKeyBinding::Type type;
 };
 
+void SetHost(CIMObjectPath& path, const String& host) {
+    try {
+        path.setHost(host);
+    } catch (const MalformedObjectNameException& error) {
+        throw CIMClientResponseException(error.getMessage());
+    }
+}
+
 constexpr KeyType kKeyTypes[] = {
     {"", CIMKeyBinding::STRING},
     {"string", CIMKeyBinding::STRING},
@@ -140,7 +148,7 @@ CIMObjectPath ObjectReader::ReadFullPath() {
     }
     CIMObjectPath path = xml_.IsOpen("CLASSNAME") ? ReadClassName() : ReadInstanceName();
     xml_.ExpectClose(element);
-    path.setHost(host);
+    SetHost(path, host);
     path.setNameSpace(name_space);
     return path;
 }

@@ -7,6 +7,25 @@
 
 namespace cimclient {
 
+namespace {
+
+/// Up to the next comma outside of quotes.
+std::size_t ItemLength(std::string_view text) {
+    bool quoted = false;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == '\\' && quoted) {
+            ++i;
+        } else if (text[i] == '"') {
+            quoted = !quoted;
+        } else if (text[i] == ',' && !quoted) {
+            return i;
+        }
+    }
+    return text.size();
+}
+
+}  // namespace
+
 Credentials::Credentials(std::string_view user, std::string_view password) {
     std::string plain;
     plain.reserve(user.size() + 1 + password.size());  // no copy is left behind by growing
@@ -44,7 +63,7 @@ bool OffersBasic(std::string_view challenge) {
         if (EqualNoCase(word, kScheme)) {
             return true;
         }
-        challenge.remove_prefix(std::min(challenge.find(','), challenge.size()));
+        challenge.remove_prefix(ItemLength(challenge));
     }
     return false;
 }

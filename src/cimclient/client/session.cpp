@@ -152,12 +152,20 @@ bool Session::Send(const Operation& operation, Deadline deadline) {
     return sent;
 }
 
+/// Another status than 200 is the result, whether or not its body can be read.
 HttpReply Session::Receive(ReplyReader& reader) {
     HttpReply reply = reader.ReadHead();
     if (reply.status == 200) {
-        CheckHeaders(reply);
+        reader.ReadBody(reply);
+        return reply;
     }
-    reader.ReadBody(reply);
+    try {
+        reader.ReadBody(reply);
+    } catch (const TimedOut&) {
+        reply.keeps_alive = false;
+    } catch (const Pegasus::Exception&) {
+        reply.keeps_alive = false;
+    }
     return reply;
 }
 

@@ -64,7 +64,7 @@ std::size_t ChunkSize(std::string_view line) {
     const std::string_view rest = line.substr(static_cast<std::size_t>(result.ptr - line.data()));
     const std::size_t extension = rest.find_first_not_of(" \t");
     const bool ended = extension == std::string_view::npos || rest[extension] == ';';
-    if (result.ec == std::errc::result_out_of_range) {
+    if (result.ec == std::errc::result_out_of_range || size > kMaxReplyBytes) {
         FailTooLarge();
     }
     if (result.ec != std::errc() || !ended) {

@@ -155,6 +155,8 @@ private:
     }
 
     void KeepSession() {
+        // OpenSSL would forbid to resume a session that ends without a farewell.
+        SSL_set_shutdown(tls_->native_handle(), SSL_SENT_SHUTDOWN);
         SSL_SESSION* session = SSL_get1_session(tls_->native_handle());
         if (session != nullptr && SSL_SESSION_is_resumable(session) == 1) {
             settings_->state().session.reset(session);

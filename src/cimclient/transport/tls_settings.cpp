@@ -84,4 +84,11 @@ TlsSettings::TlsSettings(const Pegasus::SSLContext& context) : state_(std::make_
 
 TlsSettings::~TlsSettings() = default;
 
+void CheckTrustStore(const std::string& path) {
+    if (!path.empty()) {
+        ssl::context scratch(ssl::context::tls_client);
+        TrustStore(scratch, path);
+    }
+}
+
 }  // namespace cimclient

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 
 #include "Pegasus/Common/SSLContext.h"
 
@@ -22,5 +23,8 @@ public:
 private:
     std::unique_ptr<State> state_;
 };
+
+/// Throws SSLException when the file or folder is there but holds something else than certificates.
+void CheckTrustStore(const std::string& path);
 
 }  // namespace cimclient

@@ -1,0 +1,80 @@
+#include "cimclient/wire/wire_test.h"
+
+namespace {
+
+using namespace support;
+
+constexpr const char* kTimedOut = "ConnectionTimeoutException [connection timed out]";
+
+class Timeout : public wire::WireTest {
+protected:
+    Timeout() { client.setTimeout(wire::kShortTimeout); }
+
+    /// The outcome of an operation on a server that plays this, and then of one on a sound server.
+    void ExpectTimeout(const Conversation& conversation) {
+        client.disconnect();
+        Serve({conversation, Replies({AnswerOf(1)})});
+        Connect();
+        EXPECT_EQ(Enumerate(), kTimedOut);
+        server->AwaitHangUp(0);
+        EXPECT_EQ(Enumerate(), "1 objects") << "the next operation connects again by itself";
+        EXPECT_EQ(server->connections(), 2U);
+    }
+};
+
+TEST_F(Timeout, IsTwentySecondsAtFirst) {
+    EXPECT_EQ(Pegasus::CIMClient().getTimeout(), 20000U);
+    client.setTimeout(1234);
+    EXPECT_EQ(client.getTimeout(), 1234U);
+}
+
+TEST_F(Timeout, EndsTheWaitForAnAnswer) { ExpectTimeout({AwaitRequest()}); }
+
+TEST_F(Timeout, EndsTheWaitForTheRestOfAHead) {
+    ExpectTimeout({AwaitRequest(), Send("HTTP/1.1 200 OK\r\nCIMOperation: Meth")});
+}
+
+TEST_F(Timeout, EndsTheWaitForTheRestOfABody) {
+    const std::string answer = AnswerOf(1);
+    ExpectTimeout({AwaitRequest(), Send(answer.substr(0, answer.size() - 10))});
+}
+
+TEST_F(Timeout, EndsTheWaitForABodyWithoutLength) {
+    ExpectTimeout({AwaitRequest(), Send(AnswerHead() + BodyReturning(""))});
+}
+
+TEST_F(Timeout, EndsTheWaitForAChunk) {
+    ExpectTimeout({AwaitRequest(), Send(AnswerHead({"Transfer-Encoding: chunked"}) + "5\r\n<?x")});
+}
+
+TEST_F(Timeout, IsNotPutOffByBytesThatKeepArriving) {
+    ExpectTimeout({AwaitRequest(), Drip("HTTP/1.1 200 OK\r\nX")});
+    ExpectTimeout({AwaitRequest(), Drip(AnswerHead() + " ")});
+}
+
+TEST_F(Timeout, EndsTheWaitBehindAChallenge) {
+    ExpectTimeout({AwaitRequest(), Send(Challenge()), AwaitRequest()});
+}
+
+TEST_F(Timeout, EndsAWriteThatIsNotTaken) {
+    Pegasus::Array<Pegasus::CIMName> names(500000, Pegasus::CIMName("ALongPropertyName"));
+    const Pegasus::CIMPropertyList list(names);
+    Converse({Conversation{AwaitByte(), AwaitCue()}});
+    EXPECT_EQ(OutcomeOf([&] {
+                  return client.enumerateInstances("root/cimv2", "X", true, true, false, false,
+                                                   list);
+              }),
+              kTimedOut);
+}
+
+TEST_F(Timeout, OfZeroFailsAtOnceButTheRequestIsWritten) {
+    Converse({Replies({AnswerOf(1)}), Replies({AnswerOf(2)})});
+    client.setTimeout(0);
+    EXPECT_EQ(Enumerate(), kTimedOut);
+    server->AwaitHangUp(0);
+    EXPECT_EQ(server->requests().size(), 1U);
+    client.setTimeout(20000);
+    EXPECT_EQ(Enumerate(), "2 objects");
+}
+
+}  // namespace

@@ -1,0 +1,242 @@
+#include <openssl/ssl.h>
+#include <signal.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "cimclient/wire/wire_test.h"
+
+namespace {
+
+using namespace Pegasus;
+using namespace support;
+using ::testing::StartsWith;
+
+class Tls : public wire::WireTest {
+protected:
+    void ServeTls(std::vector<Conversation> conversations, const TlsOptions& options = {}) {
+        server = std::make_unique<ScriptedServer>(std::move(conversations), options);
+    }
+    std::string ConnectWith(const SSLContext& context, const char* host = "127.0.0.1") {
+        return FailureOf([&] { client.connect(host, server->port(), context, "root", "secret"); });
+    }
+    std::string ConnectTrusting(const std::string& store, SSLCertificateVerifyFunction* verify) {
+        return ConnectWith(SSLContext(store.c_str(), verify));
+    }
+    std::string ConnectTrustingAll() { return ConnectTrusting("", nullptr); }
+    std::string CannotConnect() const {
+        return "CannotConnectException [Cannot connect to 127.0.0.1:" +
+               std::to_string(server->port()) + ". Connection failed.]";
+    }
+    /// A file in this test's own folder.
+    static std::string FileName(const std::string& name) {
+        const auto folder = std::filesystem::path(::testing::TempDir()) /
+                            ("tls_test." + std::to_string(::getpid()));
+        std::filesystem::create_directories(folder);
+        return folder / name;
+    }
+};
+
+constexpr const char* kConnected = "nothing thrown";
+
+TEST_F(Tls, ShakesHandsInConnect) {
+    ServeTls({Replies({AnswerOf(1)})});
+    EXPECT_EQ(ConnectTrustingAll(), kConnected);
+    const TlsSeen seen = server->AwaitHandshakes(1).front();
+    EXPECT_EQ(seen.version, "TLSv1.3");
+    EXPECT_TRUE(server->requests().empty());
+    EXPECT_EQ(Enumerate(), "1 objects");
+}
+
+struct Version {
+    int number;
+    const char* name;
+};
+
+TEST_F(Tls, SpeaksEveryVersionSince10) {
+    for (const Version& version :
+         {Version{TLS1_VERSION, "TLSv1"}, Version{TLS1_1_VERSION, "TLSv1.1"},
+          Version{TLS1_2_VERSION, "TLSv1.2"}, Version{TLS1_3_VERSION, "TLSv1.3"}}) {
+        client.disconnect();
+        TlsOptions options;
+        options.oldest_version = options.newest_version = version.number;
+        ServeTls({Replies({AnswerOf(1)})}, options);
+        EXPECT_EQ(ConnectTrustingAll(), kConnected) << version.name;
+        EXPECT_EQ(server->AwaitHandshakes(1).front().version, version.name);
+        EXPECT_EQ(Enumerate(), "1 objects") << version.name;
+    }
+}
+
+TEST_F(Tls, AcceptsWeakKeysAndOldSignatures) {
+    TlsOptions options;
+    options.newest_version = TLS1_VERSION;
+    options.weak_key = true;
+    ServeTls({Replies({AnswerOf(1)})}, options);
+    EXPECT_EQ(ConnectTrustingAll(), kConnected);
+    EXPECT_EQ(Enumerate(), "1 objects");
+}
+
+TEST_F(Tls, NamesTheHostUnlessItIsAnAddress) {
+    ServeTls({{}, {}});
+    EXPECT_EQ(ConnectWith(SSLContext("", nullptr), "localhost"), kConnected);
+    client.disconnect();
+    EXPECT_EQ(ConnectTrustingAll(), kConnected);
+    const auto seen = server->AwaitHandshakes(2);
+    EXPECT_EQ(seen[0].server_name, "localhost");
+    EXPECT_EQ(seen[1].server_name, "");
+}
+
+TEST_F(Tls, ResumesTheSessionWhenItReconnects) {
+    for (const Version& version :
+         {Version{TLS1_2_VERSION, "TLSv1.2"}, Version{TLS1_3_VERSION, "TLSv1.3"}}) {
+        client.disconnect();
+        TlsOptions options;
+        options.oldest_version = options.newest_version = version.number;
+        const std::string closing = AnswerOf(1, {"Connection: close"});
+        ServeTls({Replies({closing}), Replies({AnswerOf(1)}) + Conversation{Close()},
+                  Replies({AnswerOf(1)}) + Conversation{Drop()},
+                  Replies({AnswerOf(1)}) + Conversation{Reset()}, Replies({AnswerOf(2)})},
+                 options);
+        EXPECT_EQ(ConnectTrustingAll(), kConnected);
+        for (std::size_t i = 0; i < 4; ++i) {
+            EXPECT_EQ(Enumerate(), "1 objects");
+            server->AwaitHangUp(i);
+        }
+        EXPECT_EQ(Enumerate(), "2 objects");
+        const auto seen = server->AwaitHandshakes(5);
+        EXPECT_FALSE(seen[0].resumed);
+        for (std::size_t i = 1; i < 5; ++i) {
+            EXPECT_TRUE(seen[i].resumed) << version.name << " connection " << i;
+        }
+    }
+}
+
+TEST_F(Tls, CarriesLargeMessagesBothWays) {
+    std::string instances;
+    for (int i = 0; i < 5000; ++i) {
+        instances += NamedInstance(std::to_string(i));
+    }
+    ServeTls({Replies({ChunkedAnswer(BodyReturning(instances))})});
+    EXPECT_EQ(ConnectTrustingAll(), kConnected);
+    const CIMPropertyList list(Array<CIMName>(20000, CIMName("ALongPropertyName")));
+    EXPECT_EQ(OutcomeOf([&] {
+                  return client.enumerateInstances("root/cimv2", "X", true, true, false, false,
+                                                   list);
+              }),
+              "5000 objects");
+}
+
+TEST_F(Tls, ReconnectsSilentlyWhenTheServerClosesWithoutAWord) {
+    ServeTls({Replies({AnswerOf(1)}) + Conversation{Drop()}, Replies({AnswerOf(2)})});
+    EXPECT_EQ(ConnectTrustingAll(), kConnected);
+    EXPECT_EQ(Enumerate(), "1 objects");
+    server->AwaitHangUp(0);
+    EXPECT_EQ(Enumerate(), "2 objects");
+}
+
+TEST_F(Tls, TakesABodyThatEndsWithTheConnection) {
+    for (const Step& end : {Close(), Drop()}) {
+        client.disconnect();
+        ServeTls({Replies({AnswerHead() + BodyReturning("")}) + Conversation{end}});
+        EXPECT_EQ(ConnectTrustingAll(), kConnected);
+        EXPECT_EQ(Enumerate(), "0 objects");
+    }
+}
+
+TEST_F(Tls, FollowsAChallengeAsPlainHttpDoes) {
+    ServeTls({Replies({Challenge(), AnswerOf(1)})});
+    EXPECT_EQ(ConnectTrustingAll(), kConnected);
+    EXPECT_EQ(Enumerate(), "1 objects");
+    EXPECT_EQ(server->connections(), 1U);
+}
+
+TEST_F(Tls, NeedsATlsServer) {
+    client.setTimeout(wire::kShortTimeout);
+    Serve({{}});
+    EXPECT_EQ(ConnectTrustingAll(), CannotConnect()) << "a silent one runs into the timeout";
+    Serve({Conversation{Send("HTTP/1.1 400 Bad Request\r\n\r\n")}});
+    EXPECT_EQ(ConnectTrustingAll(), CannotConnect());
+    Serve({Conversation{AwaitByte(), Close()}});
+    EXPECT_EQ(ConnectTrustingAll(), CannotConnect());
+    EXPECT_EQ(Enumerate(), "NotConnectedException [not connected]");
+}
+
+TEST_F(Tls, IsNeededByATlsServer) {
+    ServeTls({{}});
+    Connect();
+    EXPECT_THAT(Enumerate(), StartsWith("CIMClientMalformedHTTPException ["));
+}
+
+TEST_F(Tls, AcceptsATrustedCertificateForAnyName) {
+    TlsOptions options;
+    options.certificate_file = FileName("server.pem");
+    ServeTls({Replies({AnswerOf(1)})}, options);
+    EXPECT_EQ(ConnectTrusting(options.certificate_file, nullptr), kConnected);
+    EXPECT_EQ(Enumerate(), "1 objects");
+}
+
+TEST_F(Tls, RefusesACertificateThatTheTrustStoreDoesNotKnow) {
+    TlsOptions other;
+    other.certificate_file = FileName("other.pem");
+    const TlsServerContext unused(other);
+    std::ofstream(FileName("empty.pem")).close();
+    for (const std::string& store :
+         {other.certificate_file, FileName("empty.pem"), FileName("absent.pem")}) {
+        ServeTls({{}});
+        EXPECT_EQ(ConnectTrusting(store, nullptr), CannotConnect()) << store;
+    }
+}
+
+TEST_F(Tls, RefusesAnUnreadableTrustStoreWhenTheContextIsMade) {
+    const std::string store = FileName("broken.pem");
+    std::ofstream(store) << "no certificate";
+    EXPECT_EQ(FailureOf([&] { SSLContext(store.c_str(), nullptr); }),
+              "SSLException [SSL Exception: Could not load certificates in to trust store.]");
+}
+
+std::vector<std::pair<Uint32, Uint32>> verifications;
+
+Boolean Accept(SSLCertificateInfo& info) {
+    verifications.emplace_back(info.getErrorCode(), info.getResponseCode());
+    return true;
+}
+
+Boolean Refuse(SSLCertificateInfo& info) {
+    verifications.emplace_back(info.getErrorCode(), info.getResponseCode());
+    return false;
+}
+
+TEST_F(Tls, LetsTheCallbackAcceptASelfSignedCertificate) {
+    verifications.clear();
+    ServeTls({Replies({AnswerOf(1)})});
+    EXPECT_EQ(ConnectTrusting("", Accept), kConnected);
+    EXPECT_EQ(Enumerate(), "1 objects");
+    using Seen = std::pair<Uint32, Uint32>;
+    EXPECT_THAT(verifications, ::testing::ElementsAre(Seen(18, 0), Seen(18, 1)));
+}
+
+TEST_F(Tls, LetsTheCallbackRefuseATrustedCertificate) {
+    verifications.clear();
+    TlsOptions options;
+    options.certificate_file = FileName("refused.pem");
+    ServeTls({{}}, options);
+    EXPECT_EQ(ConnectTrusting(options.certificate_file, Refuse), CannotConnect());
+    EXPECT_FALSE(verifications.empty());
+}
+
+TEST_F(Tls, LeavesTheProcesssSettingsAlone) {
+    struct sigaction before = {};
+    sigaction(SIGPIPE, nullptr, &before);
+    ServeTls({Replies({AnswerOf(1)}) + Conversation{Reset()}, Replies({AnswerOf(2)})});
+    EXPECT_EQ(ConnectTrustingAll(), kConnected);
+    EXPECT_EQ(Enumerate(), "1 objects");
+    EXPECT_EQ(Enumerate(), "2 objects");
+    struct sigaction after = {};
+    sigaction(SIGPIPE, nullptr, &after);
+    EXPECT_EQ(after.sa_handler, before.sa_handler);
+    SSL_CTX* context = SSL_CTX_new(TLS_client_method());
+    EXPECT_GE(SSL_CTX_get_security_level(context), 1) << "other users of TLS keep their level";
+    SSL_CTX_free(context);
+}
+
+}  // namespace
