@@ -1,4 +1,10 @@
 # Every library that the build uses; docs/dependencies.md says what for.
+if(KALVEX_CIM_CLIENT STREQUAL "openpegasus")
+  find_package(OpenPegasus MODULE REQUIRED)
+elseif(NOT KALVEX_CIM_CLIENT STREQUAL "embedded")
+  message(FATAL_ERROR
+    "KALVEX_CIM_CLIENT is '${KALVEX_CIM_CLIENT}', but must be embedded or openpegasus")
+endif()
 find_package(Threads REQUIRED)
 find_package(OpenSSL REQUIRED)
 find_package(Boost 1.81 REQUIRED)
