@@ -1,6 +1,6 @@
 # The front door: everything here also works on a bare Debian 12.
 .DEFAULT_GOAL := build
-.PHONY: build run test setup clean format
+.PHONY: build run test setup clean format transcripts
 
 build: build/build.ninja
 	@cmake --build build --target kalvex kalvex_cli
@@ -11,6 +11,13 @@ run: build
 test: build
 	@cmake --build build
 	@ctest --test-dir build --output-on-failure --parallel 2
+
+# Rewrites the expected logs and shows what changed, for review.
+transcripts: build
+	@cmake --build build --target write_transcripts
+	@build/tests/write_transcripts tests/data/transcripts
+	@git --no-pager diff -- tests/data/transcripts
+	@git status --short -- tests/data/transcripts
 
 setup:
 	@scripts/setup
