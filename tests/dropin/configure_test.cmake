@@ -4,6 +4,8 @@ cmake_minimum_required(VERSION 3.25)
 
 set(prefix ${WORK}/prefix)
 set(client openpegasus)
+set(root -DOpenPegasus_ROOT=${prefix})
+set(environment "")
 
 function(install_library name)
   file(TOUCH ${prefix}/lib/lib${name}.so${ARGN})
@@ -17,8 +19,8 @@ endfunction()
 
 function(configure)
   execute_process(
-    COMMAND ${CMAKE_COMMAND} -S ${PROJECT} -B ${WORK}/build -G Ninja -DCMAKE_CXX_COMPILER=${CXX}
-      -DKALVEX_CIM_CLIENT=${client} -DOpenPegasus_ROOT=${prefix}
+    COMMAND ${CMAKE_COMMAND} -E env ${environment} ${CMAKE_COMMAND} -S ${PROJECT}
+      -B ${WORK}/build -G Ninja -DCMAKE_CXX_COMPILER=${CXX} -DKALVEX_CIM_CLIENT=${client} ${root}
     RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
   string(REGEX REPLACE "[ \n]+" " " output "${output}")
   set(result ${result} PARENT_SCOPE)
@@ -108,6 +110,17 @@ elseif(CASE STREQUAL "complete")
   install_everything()
   configure()
   expect_build_without_our_client()
+elseif(CASE STREQUAL "named_by_environment")
+  install_everything()
+  set(root "")
+  set(environment OpenPegasus_ROOT=${prefix})
+  configure()
+  expect_success()
+elseif(CASE STREQUAL "of_unknown_platform")
+  install_everything()
+  list(APPEND root -DOpenPegasus_PLATFORM=)
+  configure()
+  expect_failure(SAYS "no platform name" "OpenPegasus_PLATFORM" NEVER "tog-pegasus")
 elseif(CASE STREQUAL "with_versioned_libraries_only")
   install_everything(.1)
   configure()

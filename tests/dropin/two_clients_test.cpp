@@ -5,6 +5,7 @@
 #include "common/log/log_control.h"
 #include "module/exsi/kalvex.h"
 #include "other_client.h"
+#include "other_client_checks.h"
 #include "simhost/server.h"
 
 namespace {
@@ -31,21 +32,6 @@ protected:
         options.user = "root";
         options.password = "secret";
         return options;
-    }
-    /// The other client answers as only it does.
-    static void ExpectOtherClientWorks() {
-        Pegasus::CIMClient client;
-        client.connect("host", 1, "user", "password");
-        EXPECT_EQ(client.Peer(), "other host:1");
-        EXPECT_EQ(Pegasus::CIMClient::Living(), 1);
-        EXPECT_EQ(Pegasus::String::EMPTY.Text(), "other nothing");
-        EXPECT_EQ(Pegasus::String("abc").size(), 4711U);
-        try {
-            client.disconnect();
-            ADD_FAILURE() << "disconnected";
-        } catch (const Pegasus::Exception& e) {
-            EXPECT_EQ(e.getMessage().Text(), "other never connected");
-        }
     }
     static void ExpectModuleReadsPorts(Kalvex& host) {
         std::vector<PhysicalPort> ports;

@@ -1,0 +1,21 @@
+# Sets `result` to the name that OpenPegasus has for a Linux platform, or to nothing.
+function(openpegasus_platform result processor pointer_size compiler)
+  set(names
+    "x86_64|amd64=X86_64" "i[3-6]86=IX86" "aarch64|arm64=AARCH64" "ppc64.*=PPC64"
+    "s390x=ZSERIES64" "arm.*=XSCALE")
+  if(processor MATCHES "^(x86_64|amd64)$" AND pointer_size EQUAL 4)
+    set(processor i686)
+  endif()
+  set(${result} "" PARENT_SCOPE)
+  foreach(entry IN LISTS names)
+    string(REGEX MATCH "^(.*)=(.*)$" entry "${entry}")
+    set(name ${CMAKE_MATCH_2})
+    if(processor MATCHES "^(${CMAKE_MATCH_1})$")
+      set(${result} LINUX_${name}_GNU PARENT_SCOPE)
+      if(compiler MATCHES "Clang" AND name MATCHES "86$|86_64$")
+        set(${result} LINUX_${name}_CLANG PARENT_SCOPE)
+      endif()
+      return()
+    endif()
+  endforeach()
+endfunction()

@@ -1,0 +1,25 @@
+# Checks the names of platforms: processor, pointer size, compiler, name.
+cmake_minimum_required(VERSION 3.25)
+include(${PROJECT}/cmake/OpenPegasusPlatform.cmake)
+
+function(expect processor pointer_size compiler name)
+  openpegasus_platform(found ${processor} ${pointer_size} ${compiler})
+  if(NOT found STREQUAL name)
+    message(SEND_ERROR "${processor} of ${pointer_size} bytes with ${compiler}: "
+      "'${found}' and not '${name}'")
+  endif()
+endfunction()
+
+expect(x86_64 8 GNU LINUX_X86_64_GNU)
+expect(x86_64 8 Clang LINUX_X86_64_CLANG)
+expect(x86_64 4 GNU LINUX_IX86_GNU)
+expect(amd64 8 GNU LINUX_X86_64_GNU)
+expect(i686 4 GNU LINUX_IX86_GNU)
+expect(i386 4 Clang LINUX_IX86_CLANG)
+expect(aarch64 8 GNU LINUX_AARCH64_GNU)
+expect(arm64 8 Clang LINUX_AARCH64_GNU)
+expect(armv7l 4 GNU LINUX_XSCALE_GNU)
+expect(ppc64 8 GNU LINUX_PPC64_GNU)
+expect(ppc64le 8 GNU LINUX_PPC64_GNU)
+expect(s390x 8 GNU LINUX_ZSERIES64_GNU)
+expect(riscv64 8 GNU "")
