@@ -2,13 +2,13 @@
 #pragma once
 
 #include <optional>
-#include <string>
+#include <string_view>
 
 #include "Pegasus/Common/CIMObject.h"
 
 namespace cimclient {
 
 /// The object of an INSTANCE or CLASS element; nothing when the text is something else.
-std::optional<Pegasus::CIMObject> ReadEmbeddedObject(const std::string& text);
+std::optional<Pegasus::CIMObject> ReadEmbeddedObject(std::string_view text);
 
 }  // namespace cimclient

@@ -24,8 +24,10 @@ bool HasName(const std::vector<Named>& named, const CIMName& name) {
     return false;
 }
 
+}  // namespace
+
 template <class Named>
-std::vector<Named> FirstOfEachName(std::vector<Named> all) {
+std::vector<Named> FirstOfEachName(std::vector<Named>& all) {
     std::vector<Named> kept;
     kept.reserve(all.size());
     SeenNames seen;
@@ -38,21 +40,15 @@ std::vector<Named> FirstOfEachName(std::vector<Named> all) {
     return kept;
 }
 
-}  // namespace
+template std::vector<CIMQualifier> FirstOfEachName(std::vector<CIMQualifier>& all);
 
-CIMInstance AssembleInstance(const CIMName& class_name, std::vector<CIMQualifier> qualifiers,
-                             std::vector<CIMProperty> properties) {
+CIMInstance AssembleInstance(const CIMName& class_name, std::vector<CIMQualifier>& qualifiers,
+                             std::vector<CIMProperty>& properties) {
     CIMInstance instance(class_name);
     auto& body = Pegasus::detail::ObjectAccess::Body(instance);
-    body.qualifiers = FirstOfEachName(std::move(qualifiers));
-    body.properties = FirstOfEachName(std::move(properties));
+    body.qualifiers = FirstOfEachName(qualifiers);
+    body.properties = FirstOfEachName(properties);
     return instance;
-}
-
-void SetQualifiers(CIMProperty& property, std::vector<CIMQualifier> qualifiers) {
-    for (const CIMQualifier& qualifier : FirstOfEachName(std::move(qualifiers))) {
-        property.addQualifier(qualifier);
-    }
 }
 
 template <class Object>

@@ -7,12 +7,14 @@
 
 namespace cimclient {
 
-/// Of qualifiers or properties of one name the first counts.
-Pegasus::CIMInstance AssembleInstance(const Pegasus::CIMName& class_name,
-                                      std::vector<Pegasus::CIMQualifier> qualifiers,
-                                      std::vector<Pegasus::CIMProperty> properties);
+/// Of qualifiers or properties of one name the first counts. What is kept is moved out of `all`.
+template <class Named>
+std::vector<Named> FirstOfEachName(std::vector<Named>& all);
 
-void SetQualifiers(Pegasus::CIMProperty& property, std::vector<Pegasus::CIMQualifier> qualifiers);
+/// Takes the first of each name out of both.
+Pegasus::CIMInstance AssembleInstance(const Pegasus::CIMName& class_name,
+                                      std::vector<Pegasus::CIMQualifier>& qualifiers,
+                                      std::vector<Pegasus::CIMProperty>& properties);
 
 /// The path's spelling of the class name wins; another class throws CIMClientResponseException.
 template <class Object>

@@ -16,12 +16,13 @@ using namespace Pegasus;
 struct ObjectReader::PropertyElement {
     CIMName name;
     std::optional<CIMType> type;
+    std::optional<CIMType> embedded_type;
     CIMName class_origin;
     CIMName reference_class;
+    std::optional<Uint64> array_size;
     bool propagated = false;
     bool is_array = false;
     bool is_reference = false;
-    std::string array_size;
     std::vector<CIMQualifier> qualifiers;
     CIMValue value;
 };
@@ -51,10 +52,10 @@ std::optional<CIMType> EmbeddedType(const std::vector<CIMQualifier>& qualifiers)
 
 bool IsEmbedded(CIMType type) { return type == CIMTYPE_OBJECT || type == CIMTYPE_INSTANCE; }
 
-/// The fixed size that the attribute declares, if the value has it.
-Uint32 DeclaredSize(const std::string& attribute, const CIMValue& value) {
-    const auto size = Pegasus::detail::LenientUnsigned(attribute);
-    return size && value.isArray() && *size == value.getArraySize() ? value.getArraySize() : 0;
+/// The fixed size that was declared, if the value has it.
+Uint32 SizeIfDeclared(std::optional<Uint64> declared, const CIMValue& value) {
+    return declared && value.isArray() && *declared == value.getArraySize() ? value.getArraySize()
+                                                                            : 0;
 }
 
 }  // namespace
@@ -100,7 +101,7 @@ CIMInstance ObjectReader::ReadInstance() {
     const CIMName class_name = ClassAttribute("INSTANCE", "CLASSNAME");
     xml_.Advance();
     std::vector<CIMQualifier> qualifiers;
-    std::vector<CIMProperty> properties;
+    properties_.clear();
     while (!xml_.IsClose()) {
         const std::string_view element = xml_.Peek().name;
         if (xml_.Peek().kind != XmlToken::kOpen) {
@@ -109,17 +110,17 @@ CIMInstance ObjectReader::ReadInstance() {
             ReadQualifier(qualifiers);
         } else if (element == "PROPERTY" || element == "PROPERTY.ARRAY" ||
                    element == "PROPERTY.REFERENCE") {
-            ReadProperty(properties);
+            ReadProperty();
         } else {
             xml_.SkipElement();
         }
     }
     xml_.ExpectClose("INSTANCE");
-    return AssembleInstance(class_name, std::move(qualifiers), std::move(properties));
+    return AssembleInstance(class_name, qualifiers, properties_);
 }
 
 void ObjectReader::ReadQualifier(std::vector<CIMQualifier>& qualifiers) {
-    const CIMName name = Name(Attribute("NAME"));
+    const CIMName name = names_.Name(Attribute("NAME"));
     const auto type = TypeNamed(Attribute("TYPE"));
     CIMFlavor flavor;
     const auto add_flavor = [&](const char* attribute, bool default_value, const CIMFlavor& added) {
@@ -137,7 +138,9 @@ void ObjectReader::ReadQualifier(std::vector<CIMQualifier>& qualifiers) {
     if (type && xml_.IsOpen("VALUE")) {
         value = ScalarFrom(*type, ReadValueText());
     } else if (type && xml_.IsOpen("VALUE.ARRAY")) {
-        value = ArrayFrom(*type, ReadValueArray());
+        std::vector<ValueText> texts;
+        ReadValueArray(texts);
+        value = ArrayFrom(*type, texts);
     }
     xml_.SkipToClose();
     if (type && !name.isNull()) {
@@ -145,45 +148,73 @@ void ObjectReader::ReadQualifier(std::vector<CIMQualifier>& qualifiers) {
     }
 }
 
-void ObjectReader::ReadProperty(std::vector<CIMProperty>& properties) {
+ObjectReader::PropertyElement ObjectReader::ReadPropertyHead() {
     PropertyElement element;
     element.is_array = xml_.Peek().name == "PROPERTY.ARRAY";
     element.is_reference = xml_.Peek().name == "PROPERTY.REFERENCE";
-    element.name = Name(Attribute("NAME"));
-    element.class_origin = Name(Attribute("CLASSORIGIN"));
-    element.reference_class = Name(Attribute("REFERENCECLASS"));
-    element.propagated = Flag("PROPAGATED", false);
-    element.array_size = Attribute("ARRAYSIZE");
-    element.type = element.is_reference ? CIMTYPE_REFERENCE : TypeNamed(Attribute("TYPE"));
-    if (element.type == CIMTYPE_STRING) {
-        const std::string attribute = Attribute("EmbeddedObject") + Attribute("EMBEDDEDOBJECT");
-        element.type = EmbeddedType(attribute).value_or(CIMTYPE_STRING);
+    xml_.ForEachAttribute([&](std::string_view attribute, std::string_view value) {
+        if (attribute == "NAME") {
+            element.name = names_.Name(value);
+        } else if (attribute == "TYPE") {
+            element.type = TypeNamed(value);
+        } else if (attribute == "CLASSORIGIN") {
+            element.class_origin = names_.Name(value);
+        } else if (attribute == "PROPAGATED") {
+            element.propagated = Pegasus::detail::BooleanOf(value).value_or(false);
+        } else if (attribute == "ARRAYSIZE") {
+            element.array_size = Pegasus::detail::LenientUnsigned(value);
+        } else if (attribute == "REFERENCECLASS") {
+            element.reference_class = names_.Name(value);
+        } else if (attribute == "EmbeddedObject" || attribute == "EMBEDDEDOBJECT") {
+            element.embedded_type = EmbeddedType(value);
+        }
+    });
+    if (element.is_reference) {
+        element.type = CIMTYPE_REFERENCE;
+    } else if (element.type == CIMTYPE_STRING && element.embedded_type) {
+        element.type = element.embedded_type;
     }
     xml_.Advance();
+    return element;
+}
+
+void ObjectReader::ReadProperty() {
+    xml_.ForgetTexts();
+    PropertyElement element = ReadPropertyHead();
     if (!element.type || element.name.isNull()) {
         xml_.SkipToClose();
         return;
     }
     ReadPropertyContent(element);
-    CIMProperty property(element.name, element.value,
-                         DeclaredSize(element.array_size, element.value),
-                         element.is_reference ? element.reference_class : CIMName(),
-                         element.class_origin, element.propagated);
-    SetQualifiers(property, std::move(element.qualifiers));
-    properties.push_back(property);
+    Pegasus::detail::Shared<Pegasus::detail::PropertyBody> body(new Pegasus::detail::PropertyBody);
+    body->name = std::move(element.name);
+    body->class_origin = std::move(element.class_origin);
+    body->propagated = element.propagated;
+    body->value = std::move(element.value);
+    const Uint32 array_size = SizeIfDeclared(element.array_size, body->value);
+    if (array_size != 0 || element.is_reference || !element.qualifiers.empty()) {
+        Pegasus::detail::PropertyExtras& extras = body->EditableExtras();
+        extras.array_size = array_size;
+        extras.qualifiers = FirstOfEachName(element.qualifiers);
+        if (element.is_reference) {
+            extras.reference_class = element.reference_class;
+        }
+    }
+    properties_.push_back(Pegasus::detail::PropertyAccess::Make(std::move(body)));
 }
 
 void ObjectReader::ReadPropertyContent(PropertyElement& element) {
     std::optional<ValueText> text;
-    std::optional<std::vector<ValueText>> texts;
+    bool has_texts = false;
     std::optional<CIMValue> reference;
     while (!xml_.IsClose()) {
         if (xml_.IsOpen("QUALIFIER")) {
             ReadQualifier(element.qualifiers);
         } else if (!element.is_array && !text && xml_.IsOpen("VALUE")) {
             text = ReadValueText();
-        } else if (element.is_array && !texts && xml_.IsOpen("VALUE.ARRAY")) {
-            texts = ReadValueArray();
+        } else if (element.is_array && !has_texts && xml_.IsOpen("VALUE.ARRAY")) {
+            ReadValueArray(element_texts_);
+            has_texts = true;
         } else if (element.is_reference && !reference && xml_.IsOpen("VALUE.REFERENCE")) {
             reference = CIMValue(ReadReference());
         } else if (xml_.Peek().kind == XmlToken::kOpen) {
@@ -193,26 +224,27 @@ void ObjectReader::ReadPropertyContent(PropertyElement& element) {
         }
     }
     xml_.Advance();
-    if (element.type == CIMTYPE_STRING) {
+    if (element.type == CIMTYPE_STRING && !element.qualifiers.empty()) {
         element.type = EmbeddedType(element.qualifiers).value_or(CIMTYPE_STRING);
     }
     if (text && IsEmbedded(*element.type) && *text && (*text)->empty()) {
         text.reset();
     }
-    element.value = CIMValue(*element.type, element.is_array);
     if (reference) {
         element.value = *reference;
     } else if (text) {
         element.value = ScalarFrom(*element.type, *text);
-    } else if (texts) {
-        element.value = ArrayFrom(*element.type, *texts);
+    } else if (has_texts) {
+        element.value = ArrayFrom(*element.type, element_texts_);
+    } else {
+        element.value = CIMValue(*element.type, element.is_array);
     }
 }
 
 /// A VALUE element. One that holds more than one text is lost.
 ValueText ObjectReader::ReadValueText() {
     xml_.ExpectOpen("VALUE");
-    std::string text = xml_.ReadText();
+    const std::string_view text = xml_.ReadText();
     if (!xml_.IsClose()) {
         xml_.SkipToClose();
         return std::nullopt;
@@ -221,9 +253,9 @@ ValueText ObjectReader::ReadValueText() {
     return text;
 }
 
-std::vector<ValueText> ObjectReader::ReadValueArray() {
+void ObjectReader::ReadValueArray(std::vector<ValueText>& texts) {
     xml_.ExpectOpen("VALUE.ARRAY");
-    std::vector<ValueText> texts;
+    texts.clear();
     while (!xml_.IsClose()) {
         if (xml_.IsOpen("VALUE")) {
             texts.push_back(ReadValueText());
@@ -237,10 +269,9 @@ std::vector<ValueText> ObjectReader::ReadValueArray() {
         }
     }
     xml_.Advance();
-    return texts;
 }
 
-std::optional<CIMObject> ReadEmbeddedObject(const std::string& text) {
+std::optional<CIMObject> ReadEmbeddedObject(std::string_view text) {
     // Embedded objects may embed objects in turn; how deep is the host's choice up to a limit.
     thread_local int depth = 0;
     if (depth == kMaxEmbeddingDepth) {

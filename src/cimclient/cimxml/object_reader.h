@@ -7,11 +7,12 @@
 
 #include <optional>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "Pegasus/Common/CIMInstance.h"
 #include "Pegasus/Common/CIMObject.h"
+#include "cimxml/name_cache.h"
+#include "cimxml/value_reader.h"
 #include "xml/xml_reader.h"
 
 namespace cimclient {
@@ -43,20 +44,21 @@ private:
     Pegasus::String ReadHost();
 
     void ReadQualifier(std::vector<Pegasus::CIMQualifier>& qualifiers);
-    void ReadProperty(std::vector<Pegasus::CIMProperty>& properties);
+    void ReadProperty();
+    PropertyElement ReadPropertyHead();
     void ReadPropertyContent(PropertyElement& element);
-    std::optional<std::string> ReadValueText();
-    std::vector<std::optional<std::string>> ReadValueArray();
+    ValueText ReadValueText();
+    void ReadValueArray(std::vector<ValueText>& texts);
 
     std::string Attribute(const char* attribute);
     bool Flag(const char* attribute, bool default_value);
     /// The class that an attribute names; throws when it is missing or no name.
     Pegasus::CIMName ClassAttribute(const char* element, const char* attribute);
-    /// Names recur in every instance; each is made once. Null for an illegal one.
-    Pegasus::CIMName Name(const std::string& name);
-
     XmlReader& xml_;
-    std::unordered_map<std::string, Pegasus::CIMName> names_;
+    NameCache names_;
+    // Kept from instance to instance for their memory.
+    std::vector<Pegasus::CIMProperty> properties_;
+    std::vector<ValueText> element_texts_;
 };
 
 }  // namespace cimclient

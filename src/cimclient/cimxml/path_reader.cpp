@@ -31,27 +31,18 @@ constexpr KeyType kKeyTypes[] = {
 }  // namespace
 
 std::string ObjectReader::Attribute(const char* attribute) {
-    const std::string* value = xml_.FindAttribute(attribute);
-    return value != nullptr ? *value : std::string();
-}
-
-CIMName ObjectReader::Name(const std::string& name) {
-    const auto [entry, is_new] = names_.try_emplace(name);
-    if (is_new && CIMName::legal(String::FromUtf8(name))) {
-        entry->second = CIMName::Unchecked(String::FromUtf8(name));
-    }
-    return entry->second;
+    return std::string(xml_.FindAttribute(attribute).value_or(std::string_view()));
 }
 
 CIMName ObjectReader::ClassAttribute(const char* element, const char* attribute) {
-    const std::string where = std::string(element) + "." + attribute;
-    const std::string* value = xml_.FindAttribute(attribute);
-    if (value == nullptr) {
-        xml_.FailValidation("missing " + where + " attribute");
+    const auto where = [&] { return std::string(element) + "." + attribute; };
+    const auto value = xml_.FindAttribute(attribute);
+    if (!value) {
+        xml_.FailValidation("missing " + where() + " attribute");
     }
-    const CIMName name = Name(*value);
+    CIMName name = names_.Name(*value);
     if (name.isNull()) {
-        xml_.FailSemantic("Illegal value for " + where + " attribute");
+        xml_.FailSemantic("Illegal value for " + where() + " attribute");
     }
     return name;
 }
@@ -155,7 +146,7 @@ CIMObjectPath ObjectReader::ReadFullPath() {
 
 String ObjectReader::ReadHost() {
     xml_.ExpectOpen("HOST");
-    const std::string host = xml_.ReadText();
+    const std::string host(xml_.ReadText());
     if (host.empty()) {
         xml_.FailValidation("expected content of HOST element");
     }

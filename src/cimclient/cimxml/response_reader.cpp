@@ -29,11 +29,11 @@ constexpr Operation<CIMObject> kAssociators = {"Associators", "VALUE.OBJECTWITHP
 
 std::string Required(XmlReader& xml, const char* element, const char* attribute,
                      const char* complaint) {
-    const std::string* value = xml.FindAttribute(attribute);
-    if (value == nullptr) {
+    const auto value = xml.FindAttribute(attribute);
+    if (!value) {
         xml.FailValidation(std::string(complaint) + " " + element + "." + attribute + " attribute");
     }
-    return *value;
+    return std::string(*value);
 }
 
 bool IsSupportedProtocol(std::string_view version) {
@@ -85,9 +85,8 @@ int ErrorCode(XmlReader& xml) {
 
 std::optional<CIMException> ReadError(XmlReader& xml) {
     const int code = ErrorCode(xml);
-    const std::string* description = xml.FindAttribute("DESCRIPTION");
-    CIMException error(static_cast<CIMStatusCode>(code),
-                       String::FromUtf8(description != nullptr ? *description : std::string()));
+    const std::string_view description = xml.FindAttribute("DESCRIPTION").value_or("");
+    CIMException error(static_cast<CIMStatusCode>(code), String::FromUtf8(description));
     xml.Advance();
     ObjectReader reader(xml);
     while (xml.IsOpen("INSTANCE")) {

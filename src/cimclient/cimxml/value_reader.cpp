@@ -1,5 +1,7 @@
 #include "cimxml/value_reader.h"
 
+#include <algorithm>
+#include <array>
 #include <limits>
 #include <memory>
 #include <type_traits>
@@ -14,9 +16,7 @@ namespace cimclient {
 namespace {
 
 using namespace Pegasus;
-using Pegasus::detail::Shared;
 using Pegasus::detail::ValueAccess;
-using Pegasus::detail::ValueBody;
 
 template <class Narrow, class Wide>
 std::optional<Narrow> InRange(std::optional<Wide> number) {
@@ -28,7 +28,7 @@ std::optional<Narrow> InRange(std::optional<Wide> number) {
 }
 
 template <class T>
-std::optional<T> Read(const std::string& text) {
+std::optional<T> Read(std::string_view text) {
     if constexpr (std::is_same_v<T, Boolean>) {
         return Pegasus::detail::BooleanOf(text);
     } else if constexpr (std::is_unsigned_v<T>) {
@@ -43,18 +43,18 @@ std::optional<T> Read(const std::string& text) {
 }
 
 template <>
-std::optional<Char16> Read<Char16>(const std::string& text) {
+std::optional<Char16> Read<Char16>(std::string_view text) {
     const auto units = Pegasus::detail::ToUtf16(text);
     return units.size() == 1 ? std::optional(units[0]) : std::nullopt;
 }
 
 template <>
-std::optional<String> Read<String>(const std::string& text) {
+std::optional<String> Read<String>(std::string_view text) {
     return String::FromUtf8(text);
 }
 
 template <>
-std::optional<CIMDateTime> Read<CIMDateTime>(const std::string& text) {
+std::optional<CIMDateTime> Read<CIMDateTime>(std::string_view text) {
     if (text.empty()) {
         return CIMDateTime();
     }
@@ -66,59 +66,49 @@ std::optional<CIMDateTime> Read<CIMDateTime>(const std::string& text) {
 }
 
 template <>
-std::optional<CIMObject> Read<CIMObject>(const std::string& text) {
+std::optional<CIMObject> Read<CIMObject>(std::string_view text) {
     return ReadEmbeddedObject(text);
 }
 
 template <>
-std::optional<CIMInstance> Read<CIMInstance>(const std::string& text) {
+std::optional<CIMInstance> Read<CIMInstance>(std::string_view text) {
     const auto object = ReadEmbeddedObject(text);
     return object && object->isInstance() ? std::optional(CIMInstance(*object)) : std::nullopt;
 }
 
 template <>
-std::optional<CIMObjectPath> Read<CIMObjectPath>(const std::string&) {
+std::optional<CIMObjectPath> Read<CIMObjectPath>(std::string_view) {
     return std::nullopt;  // references come as elements, not as text
 }
 
-/// An array from what could be read of its elements; the others are marked as lost.
-template <class T>
-CIMValue ArrayOf(const std::vector<std::optional<T>>& elements) {
-    Array<T> array;
-    array.reserveCapacity(static_cast<Uint32>(elements.size()));
-    auto lost = std::make_unique<std::vector<bool>>(elements.size());
-    bool any_lost = false;
-    for (std::size_t i = 0; i < elements.size(); ++i) {
-        array.append(elements[i].value_or(T()));
-        (*lost)[i] = !elements[i];
-        any_lost |= !elements[i];
-    }
-    Shared<ValueBody> body(new ValueBody(Pegasus::detail::Elements(array)));
-    if (any_lost) {
-        body->lost = std::move(lost);
-    }
-    return ValueAccess::Make(body);
-}
-
 struct Readers {
-    CIMValue (*scalar)(const std::string& text, CIMType type);
+    CIMValue (*scalar)(std::string_view text, CIMType type);
     CIMValue (*array)(const std::vector<ValueText>& texts);
 };
 
 template <class T>
-CIMValue ReadScalar(const std::string& text, CIMType type) {
-    const std::optional<T> value = Read<T>(text);
-    return value ? CIMValue(*value) : CIMValue(type, false);
+CIMValue ReadScalar(std::string_view text, CIMType type) {
+    std::optional<T> value = Read<T>(text);
+    return value ? ValueAccess::MakeScalar<T>(std::move(*value)) : CIMValue(type, false);
 }
 
+/// Elements that cannot be read are marked as lost.
 template <class T>
 CIMValue ReadArray(const std::vector<ValueText>& texts) {
-    std::vector<std::optional<T>> elements;
-    elements.reserve(texts.size());
-    for (const ValueText& text : texts) {
-        elements.push_back(text ? Read<T>(*text) : std::nullopt);
+    Array<T> array;
+    array.reserveCapacity(static_cast<Uint32>(texts.size()));
+    std::unique_ptr<std::vector<bool>> lost;
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        std::optional<T> element = texts[i] ? Read<T>(*texts[i]) : std::nullopt;
+        if (!element && !lost) {
+            lost = std::make_unique<std::vector<bool>>(texts.size());
+        }
+        if (!element) {
+            (*lost)[i] = true;
+        }
+        array.append(element ? std::move(*element) : T());
     }
-    return ArrayOf(elements);
+    return ValueAccess::MakeArray<T>(std::move(array), std::move(lost));
 }
 
 template <class T>
@@ -140,12 +130,16 @@ constexpr Readers kReaders[] = {
 
 std::optional<CIMType> TypeNamed(std::string_view name) {
     // References and embedded objects have elements and attributes of their own.
-    for (int type = CIMTYPE_BOOLEAN; type <= CIMTYPE_DATETIME; ++type) {
-        if (name == cimTypeToString(static_cast<CIMType>(type))) {
-            return static_cast<CIMType>(type);
+    static const auto names = [] {
+        std::array<std::string_view, CIMTYPE_DATETIME + 1> all;
+        for (int type = CIMTYPE_BOOLEAN; type <= CIMTYPE_DATETIME; ++type) {
+            all[static_cast<std::size_t>(type)] = cimTypeToString(static_cast<CIMType>(type));
         }
-    }
-    return std::nullopt;
+        return all;
+    }();
+    const auto found = std::find(names.begin(), names.end(), name);
+    return found != names.end() ? std::optional(static_cast<CIMType>(found - names.begin()))
+                                : std::nullopt;
 }
 
 CIMValue ScalarFrom(CIMType type, const ValueText& text) {

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <optional>
-#include <string>
 #include <string_view>
 #include <vector>
 
@@ -11,8 +10,9 @@
 
 namespace cimclient {
 
-/// What the wire held for one scalar or array element; nothing for VALUE.NULL.
-using ValueText = std::optional<std::string>;
+/// What the wire held for one scalar or array element; nothing for VALUE.NULL. Lives as long as the
+/// text that is read, and until the next property.
+using ValueText = std::optional<std::string_view>;
 
 /// The type that a TYPE attribute names.
 std::optional<Pegasus::CIMType> TypeNamed(std::string_view name);

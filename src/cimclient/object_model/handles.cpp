@@ -92,6 +92,18 @@ CIMQualifier QualifierHandle::clone() const {
     return CIMQualifier(getName(), getValue(), getFlavor(), getPropagated() != 0);
 }
 
+const PropertyExtras& PropertyBody::Extras() const {
+    static const PropertyExtras none;
+    return extras ? *extras : none;
+}
+
+PropertyExtras& PropertyBody::EditableExtras() {
+    if (!extras) {
+        extras = std::make_unique<PropertyExtras>();
+    }
+    return *extras;
+}
+
 PropertyHandle::PropertyHandle(const CIMName& name, const CIMValue& value, Uint32 arraySize,
                                const CIMName& referenceClassName, const CIMName& classOrigin,
                                Boolean propagated)
@@ -104,34 +116,40 @@ PropertyHandle::PropertyHandle(const CIMName& name, const CIMValue& value, Uint3
     }
     body_->name = name;
     body_->value = value;
-    body_->array_size = arraySize;
-    body_->reference_class = referenceClassName;
     body_->class_origin = classOrigin;
     body_->propagated = propagated;
+    if (arraySize != 0 || !referenceClassName.isNull()) {
+        body_->EditableExtras().array_size = arraySize;
+        body_->EditableExtras().reference_class = referenceClassName;
+    }
 }
 
 PropertyBody& PropertyHandle::Body() const { return Initialized(body_); }
 
 Uint32 PropertyHandle::findQualifier(const CIMName& name) const {
-    return FindByName(Body().qualifiers, name);
+    return FindByName(Body().Extras().qualifiers, name);
 }
 
 CIMConstQualifier PropertyHandle::getQualifier(Uint32 index) const {
-    CheckIndex(index, Body().qualifiers.size());
-    return Body().qualifiers[index];
+    CheckIndex(index, getQualifierCount());
+    return Body().Extras().qualifiers[index];
 }
 
 Boolean PropertyHandle::identical(const CIMConstProperty& x) const {
     return getName() == x.getName() && getValue() == x.getValue() &&
            getReferenceClassName() == x.getReferenceClassName() &&
            getClassOrigin() == x.getClassOrigin() && getPropagated() == x.getPropagated() &&
-           SameHandles(Body().qualifiers, static_cast<const PropertyHandle&>(x).Body().qualifiers);
+           SameHandles(Body().Extras().qualifiers,
+                       static_cast<const PropertyHandle&>(x).Body().Extras().qualifiers);
 }
 
 CIMProperty PropertyHandle::clone() const {
     CIMProperty clone(getName(), getValue(), getArraySize(), getReferenceClassName(),
                       getClassOrigin(), getPropagated());
-    static_cast<PropertyHandle&>(clone).Body().qualifiers = Clones(Body().qualifiers);
+    if (getQualifierCount() != 0) {
+        static_cast<PropertyHandle&>(clone).Body().EditableExtras().qualifiers =
+            Clones(Body().Extras().qualifiers);
+    }
     return clone;
 }
 
@@ -201,18 +219,19 @@ void CIMProperty::setValue(const CIMValue& value) {
 }
 
 CIMProperty& CIMProperty::addQualifier(const CIMQualifier& x) {
-    detail::AppendNamed(Body().qualifiers, x, "qualifier");
+    detail::AppendNamed(Body().EditableExtras().qualifiers, x, "qualifier");
     return *this;
 }
 
 CIMQualifier CIMProperty::getQualifier(Uint32 index) {
-    detail::CheckIndex(index, Body().qualifiers.size());
-    return Body().qualifiers[index];
+    detail::CheckIndex(index, getQualifierCount());
+    return Body().EditableExtras().qualifiers[index];
 }
 
 void CIMProperty::removeQualifier(Uint32 index) {
-    detail::CheckIndex(index, Body().qualifiers.size());
-    Body().qualifiers.erase(Body().qualifiers.begin() + index);
+    detail::CheckIndex(index, getQualifierCount());
+    auto& qualifiers = Body().EditableExtras().qualifiers;
+    qualifiers.erase(qualifiers.begin() + index);
 }
 
 CIMInstance::CIMInstance(const CIMObject& x) {

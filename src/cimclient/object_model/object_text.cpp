@@ -47,14 +47,14 @@ struct AppendArrayElement {
 };
 
 void AppendContent(std::string& out, const CIMValue& value) {
-    const ValueBody* body = ValueAccess::Body(value);
-    if (body == nullptr || body->is_null) {
+    if (value.isNull()) {
         return;
     }
-    if (body->is_array) {
-        std::visit(AppendArrayElement{out, body->lost.get()}, std::get<Elements>(body->content));
+    if (value.isArray()) {
+        std::visit(AppendArrayElement{out, ValueAccess::LostOf(value)},
+                   ValueAccess::ElementsOf(value));
     } else {
-        std::visit(AppendScalarElement{out}, std::get<Scalar>(body->content));
+        ValueAccess::VisitScalar(value, AppendScalarElement{out});
     }
 }
 

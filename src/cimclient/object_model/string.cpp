@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstring>
 #include <memory>
+#include <new>
 #include <vector>
 
 #include "Pegasus/Common/Exception.h"
@@ -16,45 +17,75 @@ namespace Pegasus::kalvex {
 
 namespace detail {
 
-/// The text of a String. UTF-8 leads, unless the user was given a reference to a unit, through
-/// which the text may change at any time: then the units lead, and the body is no longer shared.
-struct StringBody : Counted {
-    explicit StringBody(std::string text) : utf8(std::move(text)), ascii(IsAscii(utf8)) {}
-    StringBody(const StringBody& other)
-        : Counted(other), utf8(other.CurrentUtf8()), ascii(IsAscii(utf8)) {}
-    ~StringBody() { delete units.load(); }
-
-    /// The units with a terminating 0, made on first use.
-    std::vector<Char16>& Units() {
-        if (units.load(std::memory_order_acquire) == nullptr) {
-            auto made = std::make_unique<std::vector<Char16>>(ToUtf16(utf8));
-            made->push_back(Char16());
-            std::vector<Char16>* expected = nullptr;
-            if (units.compare_exchange_strong(expected, made.get())) {
-                made.release();
-            }
-        }
-        return *units.load(std::memory_order_acquire);
-    }
-    const std::string& CurrentUtf8() const {
-        if (units_lead) {
-            const auto& current = *units.load();
-            utf8 = ToUtf8(current.data(), current.size() - 1);
-        }
-        return utf8;
-    }
-
-    mutable std::string utf8;
-    std::atomic<std::vector<Char16>*> units{nullptr};
-    bool ascii;
-    bool units_lead = false;
+/// The UTF-16 form of a text.
+struct Utf16Form {
+    std::vector<Char16> units;  ///< with a terminating 0
+    /// The user was given a reference to a unit, through which the text may change at any time.
+    bool leads = false;
+    mutable std::string utf8;  ///< of the units, once they lead
 };
+
+/// The text of a String: this head, the UTF-8 bytes and a 0 in one piece of memory. UTF-8 leads,
+/// unless a reference to a unit is out: then the units lead, and the body is no longer shared.
+struct StringBody : Counted {
+    static StringBody* Make(std::string_view text);
+    static void operator delete(void* memory) { ::operator delete(memory); }
+    ~StringBody() { delete utf16.load(std::memory_order_relaxed); }
+
+    char* Bytes() { return reinterpret_cast<char*>(this + 1); }
+    std::string_view Text() { return {Bytes(), size}; }
+    bool UnitsLead() const {
+        const Utf16Form* form = utf16.load(std::memory_order_acquire);
+        return form != nullptr && form->leads;
+    }
+    /// Made on first use.
+    Utf16Form& Utf16();
+    std::string_view CurrentText();
+
+    Uint32 size : 31 = 0;
+    Uint32 ascii : 1 = 0;
+    std::atomic<Utf16Form*> utf16{nullptr};
+};
+
+StringBody* StringBody::Make(std::string_view text) {
+    constexpr std::size_t kMaxBytes = 0x7FFFFFFF;
+    if (text.size() > kMaxBytes) {
+        throw std::bad_alloc();
+    }
+    auto* body = new (::operator new(sizeof(StringBody) + text.size() + 1)) StringBody;
+    body->size = static_cast<Uint32>(text.size()) & kMaxBytes;
+    body->ascii = IsAscii(text);
+    text.copy(body->Bytes(), text.size());
+    body->Bytes()[text.size()] = '\0';
+    return body;
+}
+
+Utf16Form& StringBody::Utf16() {
+    if (utf16.load(std::memory_order_acquire) == nullptr) {
+        auto made = std::make_unique<Utf16Form>();
+        made->units = ToUtf16(Text());
+        made->units.push_back(Char16());
+        Utf16Form* expected = nullptr;
+        if (utf16.compare_exchange_strong(expected, made.get())) {
+            made.release();
+        }
+    }
+    return *utf16.load(std::memory_order_acquire);
+}
+
+std::string_view StringBody::CurrentText() {
+    if (!UnitsLead()) {
+        return Text();
+    }
+    const Utf16Form& form = Utf16();
+    form.utf8 = ToUtf8(form.units.data(), form.units.size() - 1);
+    return form.utf8;
+}
 
 namespace {
 
-Shared<StringBody> MakeBody(std::string text) {
-    return text.empty() ? Shared<StringBody>()
-                        : Shared<StringBody>(new StringBody(std::move(text)));
+Shared<StringBody> MakeBody(std::string_view text) {
+    return text.empty() ? Shared<StringBody>() : Shared<StringBody>(StringBody::Make(text));
 }
 
 [[noreturn]] void ThrowInvalidUtf8(std::string_view text, std::size_t at) {
@@ -69,12 +100,12 @@ Shared<StringBody> MakeBody(std::string text) {
     throw Exception(String::FromUtf8(message));
 }
 
-std::string Checked(std::string_view text) {
+std::string_view Checked(std::string_view text) {
     const std::size_t invalid = FirstInvalidUtf8(text);
     if (invalid != std::string_view::npos) {
         ThrowInvalidUtf8(text, invalid);
     }
-    return std::string(text);
+    return text;
 }
 
 const char* NotNull(const char* text) {
@@ -118,14 +149,14 @@ CString::CString(detail::Shared<StringBody> body) : body_(std::move(body)) {}
 CString::~CString() = default;
 CString& CString::operator=(const CString&) = default;
 
-CString::operator const char*() const { return body_ ? body_->utf8.c_str() : nullptr; }
+CString::operator const char*() const { return body_ ? body_->Bytes() : nullptr; }
 
 const String String::EMPTY;
 
 String::String() = default;
 String::String(const String& str) : body_(str.body_) {
-    if (body_ && body_->units_lead) {
-        body_ = detail::Shared<StringBody>(new StringBody(*str.body_));
+    if (body_ && body_->UnitsLead()) {
+        body_ = MakeBody(str.body_->CurrentText());
     }
 }
 String::String(String&& str) noexcept = default;
@@ -156,44 +187,39 @@ String& String::assign(const Char16* str, Uint32 n) { return *this = String(str,
 
 void String::clear() { body_ = {}; }
 
-void String::reserveCapacity(Uint32 capacity) {
-    if (body_ && body_.IsUnique()) {
-        body_->utf8.reserve(capacity);
-    }
-}
+void String::reserveCapacity(Uint32) {}
 
 Uint32 String::size() const {
     if (!body_) {
         return 0;
     }
-    if (body_->units_lead) {
-        return static_cast<Uint32>(body_->Units().size() - 1);
+    if (body_->UnitsLead()) {
+        return static_cast<Uint32>(body_->Utf16().units.size() - 1);
     }
-    return static_cast<Uint32>(body_->ascii ? body_->utf8.size()
-                                            : detail::Utf16Length(body_->utf8));
+    return body_->ascii ? body_->size : static_cast<Uint32>(detail::Utf16Length(body_->Text()));
 }
 
 const Char16* String::getChar16Data() const {
     static const Char16 terminator;
-    return body_ ? body_->Units().data() : &terminator;
+    return body_ ? body_->Utf16().units.data() : &terminator;
 }
 
 CString String::getCString() const {
-    static const detail::Shared<StringBody> empty(new StringBody(""));
+    static const detail::Shared<StringBody> empty(StringBody::Make(""));
     if (!body_) {
         return CString(empty);
     }
-    if (body_->units_lead) {
-        return CString(detail::Shared<StringBody>(new StringBody(*body_)));
+    if (body_->UnitsLead()) {
+        return CString(detail::Shared<StringBody>(StringBody::Make(body_->CurrentText())));
     }
     return CString(body_);
 }
 
 StringBody& String::Editable() {
     if (!body_) {
-        body_ = detail::Shared<StringBody>(new StringBody(""));
+        body_ = detail::Shared<StringBody>(StringBody::Make(""));
     } else if (!body_.IsUnique()) {
-        body_ = detail::Shared<StringBody>(new StringBody(*body_));
+        body_ = detail::Shared<StringBody>(StringBody::Make(body_->CurrentText()));
     }
     return *body_;
 }
@@ -202,18 +228,17 @@ Char16& String::operator[](Uint32 index) {
     if (index > size()) {
         throw IndexOutOfBoundsException();
     }
-    StringBody& body = Editable();
-    std::vector<Char16>& units = body.Units();
-    body.units_lead = true;
-    return units[index];
+    detail::Utf16Form& form = Editable().Utf16();
+    form.leads = true;
+    return form.units[index];
 }
 
 const Char16 String::operator[](Uint32 index) const {
     if (index > size()) {
         throw IndexOutOfBoundsException();
     }
-    if (body_ && body_->ascii && !body_->units_lead) {
-        return static_cast<unsigned char>(body_->utf8.c_str()[index]);
+    if (body_ && body_->ascii && !body_->UnitsLead()) {
+        return static_cast<unsigned char>(body_->Bytes()[index]);
     }
     return getChar16Data()[index];
 }
@@ -227,7 +252,7 @@ String& String::append(const String& str) {
     if (str.body_) {
         std::string text(utf8());
         text += str.utf8();
-        body_ = MakeBody(std::move(text));
+        body_ = MakeBody(text);
     }
     return *this;
 }
@@ -247,7 +272,7 @@ String String::subString(Uint32 index, Uint32 n) const {
         return {};
     }
     const Uint32 count = std::min(n, length - index);
-    if (body_->ascii && !body_->units_lead) {
+    if (body_->ascii && !body_->UnitsLead()) {
         return FromUtf8(utf8().substr(index, count));
     }
     return String(getChar16Data() + index, count);
@@ -339,18 +364,17 @@ Boolean String::equal(const String& s1, const String& s2) {
 Boolean String::equalNoCase(const String& s1, const String& s2) {
     const std::string_view a = s1.utf8();
     const std::string_view b = s2.utf8();
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) {
-        return x == y || detail::LowerCase(x) == detail::LowerCase(y);
-    });
+    return a.data() == b.data() ||
+           std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) {
+               return x == y || detail::LowerCase(x) == detail::LowerCase(y);
+           });
 }
 
-std::string_view String::utf8() const {
-    return body_ ? std::string_view(body_->CurrentUtf8()) : std::string_view();
-}
+std::string_view String::utf8() const { return body_ ? body_->CurrentText() : std::string_view(); }
 
 String String::FromUtf8(std::string_view valid_utf8) {
     String string;
-    string.body_ = MakeBody(std::string(valid_utf8));
+    string.body_ = MakeBody(valid_utf8);
     return string;
 }
 

@@ -1,6 +1,7 @@
 #include "object_model/utf.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace Pegasus::kalvex::detail {
 
@@ -20,6 +21,23 @@ char32_t DecodeSequence(std::string_view sequence) {
         code_point = (code_point << 6) | (static_cast<Byte>(sequence[i]) & 0x3Fu);
     }
     return code_point;
+}
+
+/// How far the text is ASCII, looked at in words of eight bytes and then byte by byte.
+std::size_t AsciiLength(std::string_view text) {
+    constexpr Uint64 kHighBits = 0x8080808080808080;
+    std::size_t at = 0;
+    for (; at + sizeof(Uint64) <= text.size(); at += sizeof(Uint64)) {
+        Uint64 word = 0;
+        std::memcpy(&word, text.data() + at, sizeof word);
+        if ((word & kHighBits) != 0) {
+            break;
+        }
+    }
+    while (at < text.size() && static_cast<Byte>(text[at]) < 0x80) {
+        ++at;
+    }
+    return at;
 }
 
 bool IsHighSurrogate(Uint16 unit) { return unit >= 0xD800 && unit < 0xDC00; }
@@ -47,7 +65,7 @@ std::size_t Utf8SequenceLength(std::string_view text) {
 }
 
 std::size_t FirstInvalidUtf8(std::string_view text) {
-    std::size_t at = 0;
+    std::size_t at = AsciiLength(text);
     while (at < text.size()) {
         const std::size_t length = Utf8SequenceLength(text.substr(at));
         if (length == 0) {
@@ -69,10 +87,7 @@ std::string RepairedUtf8(std::string_view text) {
     return repaired;
 }
 
-bool IsAscii(std::string_view text) {
-    return std::all_of(text.begin(), text.end(),
-                       [](char c) { return static_cast<Byte>(c) < 0x80; });
-}
+bool IsAscii(std::string_view text) { return AsciiLength(text) == text.size(); }
 
 std::size_t Utf16Length(std::string_view utf8) {
     std::size_t units = 0;

@@ -1,3 +1,4 @@
+#include <charconv>
 #include <string>
 #include <type_traits>
 
@@ -9,20 +10,9 @@
 
 namespace Pegasus::kalvex {
 
-using detail::Elements;
-using detail::Scalar;
-using detail::Shared;
-using detail::ValueBody;
+using detail::ValueAccess;
 
 namespace {
-
-Shared<ValueBody> ScalarBody(Scalar scalar) {
-    return Shared<ValueBody>(new ValueBody(std::move(scalar)));
-}
-
-Shared<ValueBody> ArrayBody(Elements elements) {
-    return Shared<ValueBody>(new ValueBody(std::move(elements)));
-}
 
 template <class Object>
 Object ClonedObject(const Object& object) {
@@ -48,7 +38,8 @@ struct AppendText {
     void operator()(Boolean x) const { out += x ? "TRUE" : "FALSE"; }
     template <class Integer>
     std::enable_if_t<std::is_integral_v<Integer>> operator()(Integer x) const {
-        out += std::to_string(x);
+        char digits[24];
+        out.append(digits, std::to_chars(digits, digits + sizeof digits, x).ptr);
     }
     void operator()(Real32 x) const { out += detail::RealText(x); }
     void operator()(Real64 x) const { out += detail::RealText(x); }
@@ -104,24 +95,25 @@ struct SameElements {
     }
 };
 
-/// The content of the asked type, or null when the value is null.
-template <class Family, class T>
-const T* ContentOf(const ValueBody* body, CIMType type) {
-    constexpr bool is_array = std::is_same_v<Family, Elements>;
-    const CIMType own_type = body != nullptr ? body->type : CIMTYPE_BOOLEAN;
-    const bool own_array = body != nullptr && body->is_array;
-    if (own_type != type || own_array != is_array) {
+void CheckType(const CIMValue& value, CIMType type, bool is_array) {
+    if (value.getType() != type || value.isArray() != is_array) {
         throw TypeMismatchException();
     }
-    return body == nullptr || body->is_null ? nullptr
-                                            : &std::get<T>(std::get<Family>(body->content));
 }
 
-template <class Family, class T>
-void Get(const ValueBody* body, T& x) {
-    static const auto type = static_cast<CIMType>(Family(T()).index());
-    if (const T* content = ContentOf<Family, T>(body, type)) {
-        x = *content;
+template <class T>
+void GetScalar(const CIMValue& value, T& x) {
+    CheckType(value, detail::kTypeOf<T>, false);
+    if (!value.isNull()) {
+        x = ValueAccess::ScalarOf<T>(value);
+    }
+}
+
+template <class T>
+void GetArray(const CIMValue& value, Array<T>& x) {
+    CheckType(value, detail::kTypeOf<T>, true);
+    if (!value.isNull()) {
+        x = std::get<Array<T>>(ValueAccess::ElementsOf(value));
     }
 }
 
@@ -129,7 +121,7 @@ void Get(const ValueBody* body, T& x) {
 
 CIMValue::CIMValue() = default;
 CIMValue::CIMValue(CIMType type, Boolean isArray, Uint32 arraySize)
-    : body_(new ValueBody(type, isArray, arraySize)) {}
+    : null_array_size_(arraySize), type_(static_cast<Uint8>(type)), is_array_(isArray) {}
 CIMValue::CIMValue(const CIMValue&) = default;
 CIMValue::CIMValue(CIMValue&&) noexcept = default;
 CIMValue::~CIMValue() = default;
@@ -137,12 +129,12 @@ CIMValue& CIMValue::operator=(const CIMValue&) = default;
 CIMValue& CIMValue::operator=(CIMValue&&) noexcept = default;
 
 // One constructor and one reader for each type, scalar and array.
-#define KALVEX_SCALAR(Parameter, T)                                      \
-    CIMValue::CIMValue(Parameter x) : body_(ScalarBody(Scalar(T(x)))) {} \
-    void CIMValue::get(T& x) const { Get<Scalar>(body_.get(), x); }
-#define KALVEX_ARRAY(T)                                                      \
-    CIMValue::CIMValue(const Array<T>& x) : body_(ArrayBody(Elements(x))) {} \
-    void CIMValue::get(Array<T>& x) const { Get<Elements>(body_.get(), x); }
+#define KALVEX_SCALAR(Parameter, T)                                              \
+    CIMValue::CIMValue(Parameter x) : CIMValue(ValueAccess::MakeScalar<T>(x)) {} \
+    void CIMValue::get(T& x) const { GetScalar(*this, x); }
+#define KALVEX_ARRAY(T)                                                               \
+    CIMValue::CIMValue(const Array<T>& x) : CIMValue(ValueAccess::MakeArray<T>(x)) {} \
+    void CIMValue::get(Array<T>& x) const { GetArray(*this, x); }
 #define KALVEX_NUMBER(T) \
     KALVEX_SCALAR(T, T)  \
     KALVEX_ARRAY(T)
@@ -172,40 +164,41 @@ KALVEX_CLASS(CIMObjectPath)
 #undef KALVEX_SCALAR
 
 // Embedded objects are cloned, so that later changes to the source are not seen in the value.
-CIMValue::CIMValue(const CIMObject& x) : body_(ScalarBody(ClonedObject(x))) {}
-CIMValue::CIMValue(const CIMInstance& x) : body_(ScalarBody(ClonedObject(x))) {}
-CIMValue::CIMValue(const Array<CIMObject>& x) : body_(ArrayBody(ClonedObjects(x))) {}
-CIMValue::CIMValue(const Array<CIMInstance>& x) : body_(ArrayBody(ClonedObjects(x))) {}
+#define KALVEX_OBJECT(T)                                                                          \
+    CIMValue::CIMValue(const T& x) : CIMValue(ValueAccess::MakeScalar(ClonedObject(x))) {}        \
+    CIMValue::CIMValue(const Array<T>& x) : CIMValue(ValueAccess::MakeArray(ClonedObjects(x))) {} \
+    void CIMValue::get(T& x) const { GetScalar(*this, x); }                                       \
+    void CIMValue::get(Array<T>& x) const { GetArray(*this, x); }
 
-void CIMValue::get(CIMObject& x) const { Get<Scalar>(body_.get(), x); }
-void CIMValue::get(CIMInstance& x) const { Get<Scalar>(body_.get(), x); }
-void CIMValue::get(Array<CIMObject>& x) const { Get<Elements>(body_.get(), x); }
-void CIMValue::get(Array<CIMInstance>& x) const { Get<Elements>(body_.get(), x); }
+KALVEX_OBJECT(CIMObject)
+KALVEX_OBJECT(CIMInstance)
+
+#undef KALVEX_OBJECT
 
 void CIMValue::assign(const CIMValue& x) { *this = x; }
 
-void CIMValue::clear() { body_ = {}; }
+void CIMValue::clear() { *this = CIMValue(); }
 
 Boolean CIMValue::typeCompatible(const CIMValue& x) const {
     return getType() == x.getType() && isArray() == x.isArray();
 }
 
-Boolean CIMValue::isArray() const { return body_ && body_->is_array; }
+Boolean CIMValue::isArray() const { return is_array_; }
 
-Boolean CIMValue::isNull() const { return !body_ || body_->is_null; }
+Boolean CIMValue::isNull() const { return content_.index() == 0; }
 
 Uint32 CIMValue::getArraySize() const {
     if (!isArray()) {
         return 0;
     }
     if (isNull()) {
-        return body_->null_array_size;
+        return null_array_size_;
     }
     return std::visit([](const auto& elements) { return elements.size(); },
-                      std::get<Elements>(body_->content));
+                      ValueAccess::ElementsOf(*this));
 }
 
-CIMType CIMValue::getType() const { return body_ ? body_->type : CIMTYPE_BOOLEAN; }
+CIMType CIMValue::getType() const { return static_cast<CIMType>(type_); }
 
 void CIMValue::setNullValue(CIMType type, Boolean isArray, Uint32 arraySize) {
     *this = CIMValue(type, isArray, arraySize);
@@ -215,32 +208,34 @@ Boolean CIMValue::equal(const CIMValue& x) const {
     if (!typeCompatible(x) || isNull() != x.isNull()) {
         return false;
     }
-    if (isNull() || body_.get() == x.body_.get()) {
+    if (isNull()) {
         return true;
     }
     if (isArray()) {
-        return std::visit(SameElements(), std::get<Elements>(body_->content),
-                          std::get<Elements>(x.body_->content));
+        return std::visit(SameElements(), ValueAccess::ElementsOf(*this),
+                          ValueAccess::ElementsOf(x));
     }
-    return std::visit(SameScalar(), std::get<Scalar>(body_->content),
-                      std::get<Scalar>(x.body_->content));
+    bool same = false;
+    ValueAccess::VisitScalar(*this, [&](const auto& own) {
+        same = SameScalar()(own, ValueAccess::ScalarOf<std::decay_t<decltype(own)>>(x));
+    });
+    return same;
 }
 
 String CIMValue::toString() const {
     if (isNull()) {
         return {};
     }
-    if (const auto* scalar = std::get_if<Scalar>(&body_->content)) {
-        if (const auto* text = std::get_if<String>(scalar)) {
-            return *text;
-        }
+    if (const String* own = ValueAccess::TextOf(*this)) {
+        return *own;
     }
     std::string text;
     if (isArray()) {
-        std::visit([&](const auto& elements) { AppendElements(text, elements, body_->lost.get()); },
-                   std::get<Elements>(body_->content));
+        const std::vector<bool>* lost = ValueAccess::LostOf(*this);
+        std::visit([&](const auto& elements) { AppendElements(text, elements, lost); },
+                   ValueAccess::ElementsOf(*this));
     } else {
-        std::visit(AppendText{text}, std::get<Scalar>(body_->content));
+        ValueAccess::VisitScalar(*this, AppendText{text});
     }
     return String::FromUtf8(text);
 }

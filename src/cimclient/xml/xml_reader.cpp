@@ -1,6 +1,7 @@
 #include "xml/xml_reader.h"
 
 #include <algorithm>
+#include <array>
 #include <stdexcept>
 
 #include "Pegasus/Client/CIMClientException.h"
@@ -12,33 +13,49 @@ namespace cimclient {
 namespace {
 
 constexpr std::size_t kNone = std::string_view::npos;
-constexpr std::string_view kSpace = " \t\r\n";
 
-bool IsSpace(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
+enum CharClass : unsigned char {
+    kSpaceChar = 1,
+    kStartsName = 2,
+    kContinuesName = 4,
+    kNeedsDecoding = 8,  ///< in an attribute's value
+};
 
-bool StartsName(char c) {
-    const auto byte = static_cast<unsigned char>(c);
-    return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') || byte == '_' ||
-           byte == ':' || byte >= 0x80;
+constexpr std::array<unsigned char, 256> MakeCharClasses() {
+    std::array<unsigned char, 256> classes{};
+    for (unsigned c = 0; c < classes.size(); ++c) {
+        const bool space = c == ' ' || c == '\t' || c == '\r' || c == '\n';
+        const bool letter =
+            (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || c == ':' || c >= 0x80;
+        const bool inner = letter || (c >= '0' && c <= '9') || c == '-' || c == '.';
+        classes[c] = static_cast<unsigned char>(
+            (space ? kSpaceChar : 0) | (letter ? kStartsName : 0) | (inner ? kContinuesName : 0) |
+            (space || c == '&' || c >= 0x80 ? kNeedsDecoding : 0));
+    }
+    return classes;
 }
 
-bool ContinuesName(char c) {
-    return StartsName(c) || (c >= '0' && c <= '9') || c == '-' || c == '.';
+constexpr auto kCharClasses = MakeCharClasses();
+
+bool Is(CharClass wanted, char c) {
+    return (kCharClasses[static_cast<unsigned char>(c)] & wanted) != 0;
 }
 
 std::string_view Trimmed(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(kSpace);
-    if (first == kNone) {
-        return {};
+    while (!text.empty() && Is(kSpaceChar, text.front())) {
+        text.remove_prefix(1);
     }
-    return text.substr(first, text.find_last_not_of(kSpace) - first + 1);
+    while (!text.empty() && Is(kSpaceChar, text.back())) {
+        text.remove_suffix(1);
+    }
+    return text;
 }
 
 /// Runs of literal white space count as one blank in an attribute.
 std::string Collapsed(std::string_view text) {
     std::string collapsed;
     for (const char c : text) {
-        if (!IsSpace(c)) {
+        if (!Is(kSpaceChar, c)) {
             collapsed += c;
         } else if (collapsed.empty() || collapsed.back() != ' ') {
             collapsed += ' ';
@@ -54,7 +71,7 @@ std::string Collapsed(std::string_view text) {
 
 }  // namespace
 
-XmlReader::XmlReader(std::string_view text) : text_(text) {}
+XmlReader::XmlReader(std::string_view text) : text_(text) { open_elements_.reserve(kMaxXmlDepth); }
 
 void XmlReader::RequireDeclaration() {
     SkipSpace();
@@ -63,19 +80,6 @@ void XmlReader::RequireDeclaration() {
         FailValidation("Expected <?xml ... ?> style declaration");
     }
     SkipPast("?>");
-}
-
-const XmlToken& XmlReader::Peek() {
-    if (!has_token_) {
-        Read();
-        has_token_ = true;
-    }
-    return token_;
-}
-
-void XmlReader::Advance() {
-    Peek();
-    has_token_ = false;
 }
 
 void XmlReader::ExpectOpen(std::string_view name) {
@@ -113,50 +117,60 @@ void XmlReader::SkipToClose() {
     }
 }
 
-const std::string* XmlReader::FindAttribute(std::string_view name) {
+std::optional<std::string_view> XmlReader::FindAttribute(std::string_view name) {
     for (const XmlAttribute& attribute : Peek().attributes) {
         if (attribute.name == name) {
-            try {
-                attribute_value_ = Pegasus::detail::RepairedUtf8(
-                    ResolveReferences(Collapsed(Trimmed(attribute.raw_value))));
-            } catch (const std::invalid_argument& e) {
-                FailForm(e.what());
-            }
-            return &attribute_value_;
+            return ValueOf(attribute);
         }
     }
-    return nullptr;
+    return std::nullopt;
 }
 
-std::string XmlReader::ReadText() {
+std::string_view XmlReader::ValueOf(const XmlAttribute& attribute) {
+    const std::string_view raw = attribute.raw_value;
+    if (std::none_of(raw.begin(), raw.end(), [](char c) { return Is(kNeedsDecoding, c); })) {
+        return raw;
+    }
+    attribute_value_ = Pegasus::detail::RepairedUtf8(Resolved(Collapsed(Trimmed(raw))));
+    return attribute_value_;
+}
+
+std::string XmlReader::Resolved(std::string_view raw) const {
+    try {
+        return ResolveReferences(raw);
+    } catch (const std::invalid_argument& e) {
+        FailForm(e.what());
+    }
+}
+
+std::string_view XmlReader::ReadText() {
     const XmlToken& token = Peek();
     if (token.kind != XmlToken::kText && token.kind != XmlToken::kCData) {
         return {};
     }
-    std::string text(token.raw_text);
-    if (token.kind == XmlToken::kText && text.find('&') != std::string::npos) {
-        try {
-            text = ResolveReferences(text);
-        } catch (const std::invalid_argument& e) {
-            FailForm(e.what());
-        }
+    std::string_view text = token.raw_text;
+    if (token.kind == XmlToken::kText && text.find('&') != kNone) {
+        text = decoded_texts_.emplace_back(Resolved(text));
     }
     Advance();
     if (Pegasus::detail::FirstInvalidUtf8(text) != kNone) {
-        text = Pegasus::detail::RepairedUtf8(text);
+        text = decoded_texts_.emplace_back(Pegasus::detail::RepairedUtf8(text));
     }
     return text;
 }
 
 void XmlReader::Read() {
-    if (close_pending_) {
-        close_pending_ = false;
-        token_.kind = XmlToken::kClose;
-        token_.attributes.clear();
-        open_elements_.pop_back();
+    if (!close_pending_) {
+        ReadToken();
         return;
     }
-    do {
+    close_pending_ = false;
+    token_.kind = XmlToken::kClose;
+    open_elements_.pop_back();
+}
+
+void XmlReader::ReadToken() {
+    while (true) {
         const std::size_t begin = at_;
         SkipSpace();
         if (at_ == text_.size()) {
@@ -167,33 +181,22 @@ void XmlReader::Read() {
             return;
         }
         if (text_[at_] != '<') {
-            ReadText(begin);
-            return;
+            return ReadText(begin);
         }
-    } while (SkipNonElement());
-    ReadMarkup();
-}
-
-/// Steps over a comment or processing instruction.
-bool XmlReader::SkipNonElement() {
-    if (StartsWith("<!--")) {
-        SkipPast("-->");
-        return true;
-    }
-    if (StartsWith("<?")) {
-        SkipPast("?>");
-        return true;
-    }
-    return false;
-}
-
-void XmlReader::ReadMarkup() {
-    if (StartsWith("<![CDATA[")) {
-        ReadCData();
-    } else if (StartsWith("</")) {
-        ReadClose();
-    } else {
-        ReadOpen();
+        switch (CharAt(at_ + 1)) {
+            case '/':
+                return ReadClose();
+            case '?':
+                SkipPast("?>");
+                break;
+            case '!':
+                if (ReadDeclaration()) {
+                    return;
+                }
+                break;
+            default:
+                return ReadOpen();
+        }
     }
 }
 
@@ -204,21 +207,29 @@ void XmlReader::ReadText(std::size_t begin) {
     token_.raw_text = Trimmed(text_.substr(begin, at_ - begin));
 }
 
-void XmlReader::ReadCData() {
-    at_ += std::string_view("<![CDATA[").size();
+/// What begins with "<!": false when it was a comment, which gives no token.
+bool XmlReader::ReadDeclaration() {
+    constexpr std::string_view kCData = "<![CDATA[";
+    if (StartsWith("<!--")) {
+        SkipPast("-->");
+        return false;
+    }
+    if (!StartsWith(kCData)) {
+        ++at_;
+        FailValidation("Expected open of CIM element");
+    }
+    at_ += kCData.size();
     const std::size_t begin = at_;
     SkipPast("]]>");
     token_.kind = XmlToken::kCData;
     token_.raw_text = text_.substr(begin, at_ - begin - 3);
+    return true;
 }
 
 void XmlReader::ReadOpen() {
     ++at_;
     token_.name = TakeName();
     if (token_.name.empty()) {
-        if (StartsWith("!")) {
-            FailValidation("Expected open of CIM element");
-        }
         FailForm("Bad opening element");
     }
     if (open_elements_.size() == kMaxXmlDepth) {
@@ -233,7 +244,7 @@ void XmlReader::ReadAttributes() {
     token_.attributes.clear();
     while (true) {
         SkipSpace();
-        if (StartsWith(">")) {
+        if (CharAt(at_) == '>') {
             ++at_;
             return;
         }
@@ -242,31 +253,36 @@ void XmlReader::ReadAttributes() {
             close_pending_ = true;
             return;
         }
-        const std::string_view name = TakeName();
-        SkipSpace();
-        if (name.empty() || !StartsWith("=")) {
-            FailForm("Bad attribute name");
-        }
-        ++at_;
-        SkipSpace();
-        if (!StartsWith("\"") && !StartsWith("'")) {
-            FailForm("Bad attribute value");
-        }
-        const std::size_t end = text_.find(text_[at_], at_ + 1);
-        if (end == kNone) {
-            at_ = text_.size();
-            FailForm("Bad attribute value");
-        }
-        token_.attributes.push_back({name, text_.substr(at_ + 1, end - at_ - 1)});
-        at_ = end + 1;
+        ReadAttribute();
     }
+}
+
+void XmlReader::ReadAttribute() {
+    const std::string_view name = TakeName();
+    SkipSpace();
+    if (name.empty() || CharAt(at_) != '=') {
+        FailForm("Bad attribute name");
+    }
+    ++at_;
+    SkipSpace();
+    const char quote = CharAt(at_);
+    if (quote != '"' && quote != '\'') {
+        FailForm("Bad attribute value");
+    }
+    const std::size_t end = text_.find(quote, at_ + 1);
+    if (end == kNone) {
+        at_ = text_.size();
+        FailForm("Bad attribute value");
+    }
+    token_.attributes.push_back({name, text_.substr(at_ + 1, end - at_ - 1)});
+    at_ = end + 1;
 }
 
 void XmlReader::ReadClose() {
     at_ += 2;
     const std::string_view name = TakeName();
     SkipSpace();
-    if (!StartsWith(">")) {
+    if (CharAt(at_) != '>') {
         FailForm("Bad closing element");
     }
     ++at_;
@@ -276,7 +292,6 @@ void XmlReader::ReadClose() {
     open_elements_.pop_back();
     token_.kind = XmlToken::kClose;
     token_.name = name;
-    token_.attributes.clear();
 }
 
 void XmlReader::SkipPast(std::string_view end) {
@@ -289,17 +304,17 @@ void XmlReader::SkipPast(std::string_view end) {
 }
 
 void XmlReader::SkipSpace() {
-    while (at_ < text_.size() && IsSpace(text_[at_])) {
+    while (at_ < text_.size() && Is(kSpaceChar, text_[at_])) {
         ++at_;
     }
 }
 
 std::string_view XmlReader::TakeName() {
     const std::size_t begin = at_;
-    if (at_ < text_.size() && StartsName(text_[at_])) {
+    if (at_ < text_.size() && Is(kStartsName, text_[at_])) {
         do {
             ++at_;
-        } while (at_ < text_.size() && ContinuesName(text_[at_]));
+        } while (at_ < text_.size() && Is(kContinuesName, text_[at_]));
     }
     return text_.substr(begin, at_ - begin);
 }

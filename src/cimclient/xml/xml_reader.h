@@ -5,6 +5,8 @@
 // entities but the five predefined ones and no DOCTYPE. Memory and time grow with the text alone.
 #pragma once
 
+#include <deque>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -37,8 +39,17 @@ public:
     void RequireDeclaration();
 
     /// The current token; stays until Advance.
-    const XmlToken& Peek();
-    void Advance();
+    const XmlToken& Peek() {
+        if (!has_token_) {
+            Read();
+            has_token_ = true;
+        }
+        return token_;
+    }
+    void Advance() {
+        Peek();
+        has_token_ = false;
+    }
 
     bool IsOpen(std::string_view name) {
         return Peek().kind == XmlToken::kOpen && Peek().name == name;
@@ -55,11 +66,22 @@ public:
     /// Inside an element: steps over what is left of it, its closing element included.
     void SkipToClose();
 
-    /// The current opening element's attribute, or null. Valid until Advance.
-    const std::string* FindAttribute(std::string_view name);
+    /// The current opening element's attribute. Valid until another one is asked for.
+    std::optional<std::string_view> FindAttribute(std::string_view name);
 
-    /// After an opening element: the text it holds, empty without any.
-    std::string ReadText();
+    /// Calls `take` with name and value of each attribute of the current opening element. Of two
+    /// with one name the first is given last, so that it counts.
+    template <class Take>
+    void ForEachAttribute(Take take) {
+        const std::vector<XmlAttribute>& attributes = Peek().attributes;
+        for (auto attribute = attributes.rbegin(); attribute != attributes.rend(); ++attribute) {
+            take(attribute->name, ValueOf(*attribute));
+        }
+    }
+
+    /// After an opening element: the text it holds, empty without any. Lives until ForgetTexts.
+    std::string_view ReadText();
+    void ForgetTexts() { decoded_texts_.clear(); }
 
     /// Throw CIMClientXmlException: "Validation error: on line N: ..." about structure,
     /// "Semantic error: on line N: ..." about values.
@@ -68,19 +90,23 @@ public:
 
 private:
     void Read();
-    void ReadMarkup();
+    void ReadToken();
     void ReadText(std::size_t begin);
-    void ReadCData();
+    bool ReadDeclaration();
     void ReadOpen();
     void ReadClose();
     void ReadAttributes();
-    bool SkipNonElement();
+    void ReadAttribute();
+    std::string_view ValueOf(const XmlAttribute& attribute);
+    std::string Resolved(std::string_view raw) const;
     void SkipPast(std::string_view end);
     void SkipSpace();
     std::string_view TakeName();
     bool StartsWith(std::string_view prefix) const {
         return text_.substr(at_, prefix.size()) == prefix;
     }
+    /// 0 beyond the end.
+    char CharAt(std::size_t at) const { return at < text_.size() ? text_[at] : '\0'; }
     [[noreturn]] void FailForm(const char* what) const;
     std::string OnLine() const;
 
@@ -91,6 +117,7 @@ private:
     bool close_pending_ = false;  ///< the empty element just opened is to be closed
     std::vector<std::string_view> open_elements_;
     std::string attribute_value_;
+    std::deque<std::string> decoded_texts_;
 };
 
 /// The text with its references resolved; throws std::invalid_argument for a malformed one.

@@ -56,9 +56,14 @@ public:
     }
 
     void append(const T& x) {
+        if (body_ && body_.IsUnique()) {
+            body_->cells.push_back(x);
+            return;
+        }
         const T copy = x;  // may be an element of this very array
         Editable().push_back(copy);
     }
+    void append(T&& x) { Editable().push_back(std::move(x)); }
     void append(const T* x, Uint32 size) { insert(this->size(), x, size); }
     void appendArray(const Array<T>& x) {
         const Array<T> copy = x;

@@ -5,6 +5,7 @@
 // isUninitialized.
 #pragma once
 
+#include <memory>
 #include <vector>
 
 #include "Pegasus/Common/Array.h"
@@ -19,14 +20,25 @@ class CIMProperty;
 
 namespace detail {
 
-struct PropertyBody : Counted {
-    CIMName name;
-    CIMValue value;
+class PropertyAccess;
+
+/// What few properties have.
+struct PropertyExtras {
     CIMName reference_class;
-    CIMName class_origin;
     std::vector<CIMQualifier> qualifiers;
     Uint32 array_size = 0;
+};
+
+struct PropertyBody : Counted {
+    /// Those of a property that has none are empty.
+    const PropertyExtras& Extras() const;
+    PropertyExtras& EditableExtras();
+
     Boolean propagated = false;
+    CIMName name;
+    CIMValue value;
+    CIMName class_origin;
+    std::unique_ptr<PropertyExtras> extras;
 };
 
 /// What both kinds of handle can read.
@@ -42,20 +54,24 @@ public:
     CIMType getType() const { return Body().value.getType(); }
     Boolean isArray() const { return Body().value.isArray(); }
     /// The declared fixed size, 0 for a variable one.
-    Uint32 getArraySize() const { return Body().array_size; }
-    const CIMName& getReferenceClassName() const { return Body().reference_class; }
+    Uint32 getArraySize() const { return Body().Extras().array_size; }
+    const CIMName& getReferenceClassName() const { return Body().Extras().reference_class; }
     const CIMName& getClassOrigin() const { return Body().class_origin; }
     Boolean getPropagated() const { return Body().propagated; }
     Uint32 findQualifier(const CIMName& name) const;
     CIMConstQualifier getQualifier(Uint32 index) const;
-    Uint32 getQualifierCount() const { return static_cast<Uint32>(Body().qualifiers.size()); }
+    Uint32 getQualifierCount() const {
+        return static_cast<Uint32>(Body().Extras().qualifiers.size());
+    }
     Boolean identical(const CIMConstProperty& x) const;
     CIMProperty clone() const;
     Boolean isUninitialized() const { return !body_; }
 
 protected:
+    explicit PropertyHandle(Shared<PropertyBody> body) : body_(std::move(body)) {}
     PropertyBody& Body() const;
     Shared<PropertyBody> body_;
+    friend class PropertyAccess;
 };
 
 }  // namespace detail
@@ -78,7 +94,21 @@ public:
     using PropertyHandle::getQualifier;
     CIMQualifier getQualifier(Uint32 index);
     void removeQualifier(Uint32 index);
+
+private:
+    using PropertyHandle::PropertyHandle;
+    friend class detail::PropertyAccess;
 };
+
+namespace detail {
+
+/// Lets the client's own rooms make properties, past the checks made for hand-built ones.
+class PropertyAccess {
+public:
+    static CIMProperty Make(Shared<PropertyBody> body) { return CIMProperty(std::move(body)); }
+};
+
+}  // namespace detail
 
 class CIMConstProperty : public detail::PropertyHandle {
 public:

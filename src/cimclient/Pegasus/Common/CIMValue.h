@@ -1,6 +1,8 @@
 // Typed CIM values (DSP0004): scalars and arrays, null or not.
 #pragma once
 
+#include <variant>
+
 #include "Pegasus/Common/Array.h"
 #include "Pegasus/Common/CIMDateTime.h"
 #include "Pegasus/Common/CIMObjectPath.h"
@@ -120,7 +122,12 @@ public:
 
 private:
     friend class detail::ValueAccess;
-    detail::Shared<detail::ValueBody> body_;  ///< null for the default value
+    /// Nothing for null; numbers and characters as their bytes; arrays and objects in a body.
+    std::variant<std::monostate, Uint64, String, CIMDateTime, detail::Shared<detail::ValueBody>>
+        content_;
+    Uint32 null_array_size_ = 0;
+    Uint8 type_ = CIMTYPE_BOOLEAN;
+    Boolean is_array_ = false;
 };
 
 inline Boolean operator==(const CIMValue& x, const CIMValue& y) { return x.equal(y); }

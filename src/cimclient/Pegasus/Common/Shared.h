@@ -38,7 +38,9 @@ public:
         return *this;
     }
     ~Shared() {
-        if (body_ != nullptr && body_->references.fetch_sub(1, std::memory_order_acq_rel) == 1) {
+        // The only owner needs no atomic write: nobody else can add a reference.
+        if (body_ != nullptr &&
+            (IsUnique() || body_->references.fetch_sub(1, std::memory_order_acq_rel) == 1)) {
             delete body_;
         }
     }
