@@ -1,8 +1,8 @@
 #include "cimxml/object_assembly.h"
 
+#include <cstdint>
 #include <utility>
 
-#include "Pegasus/Client/CIMClientException.h"
 #include "cimxml/seen_names.h"
 
 namespace cimclient {
@@ -13,6 +13,26 @@ namespace {
 
 /// Up to this many, comparing each with each is quicker than hashing.
 constexpr std::size_t kFewNames = 32;
+
+/// Tells most names apart at a glance: each marks one of 64 places, by its length and letters.
+class MarkedNames {
+public:
+    /// True when no name that may be the same has been added before.
+    bool Add(const CIMName& name) {
+        const std::string_view text = name.getString().utf8();
+        const auto letter = [](char c) { return static_cast<unsigned>(c) & 0x1F; };  // in any case
+        const std::uint64_t mark = std::uint64_t{1}
+                                   << ((text.size() * 7 + letter(text.front()) * 3 +
+                                        letter(text.back())) %
+                                       64);
+        const bool is_new = (marks_ & mark) == 0;
+        marks_ |= mark;
+        return is_new;
+    }
+
+private:
+    std::uint64_t marks_ = 0;
+};
 
 template <class Named>
 bool HasName(const std::vector<Named>& named, const CIMName& name) {
@@ -31,9 +51,12 @@ std::vector<Named> FirstOfEachName(std::vector<Named>& all) {
     std::vector<Named> kept;
     kept.reserve(all.size());
     SeenNames seen;
+    MarkedNames marked;
     const bool few = all.size() <= kFewNames;
     for (Named& one : all) {
-        if (few ? !HasName(kept, one.getName()) : seen.Add(one.getName())) {
+        const bool is_new = few ? marked.Add(one.getName()) || !HasName(kept, one.getName())
+                                : seen.Add(one.getName());
+        if (is_new) {
             kept.push_back(std::move(one));
         }
     }
@@ -42,24 +65,14 @@ std::vector<Named> FirstOfEachName(std::vector<Named>& all) {
 
 template std::vector<CIMQualifier> FirstOfEachName(std::vector<CIMQualifier>& all);
 
-CIMInstance AssembleInstance(const CIMName& class_name, std::vector<CIMQualifier>& qualifiers,
+CIMInstance AssembleInstance(const CIMObjectPath& path, std::vector<CIMQualifier>& qualifiers,
                              std::vector<CIMProperty>& properties) {
-    CIMInstance instance(class_name);
-    auto& body = Pegasus::detail::ObjectAccess::Body(instance);
+    CIMInstance instance;
+    auto& body = Pegasus::detail::ObjectAccess::MakeBody(instance);
+    body.path = path;
     body.qualifiers = FirstOfEachName(qualifiers);
     body.properties = FirstOfEachName(properties);
     return instance;
 }
-
-template <class Object>
-void SetPath(Object& object, const CIMObjectPath& path) {
-    if (object.getClassName() != path.getClassName()) {
-        throw CIMClientResponseException(TypeMismatchException().getMessage());
-    }
-    object.setPath(path);
-}
-
-template void SetPath(CIMInstance& object, const CIMObjectPath& path);
-template void SetPath(CIMObject& object, const CIMObjectPath& path);
 
 }  // namespace cimclient

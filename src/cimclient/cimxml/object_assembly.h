@@ -12,12 +12,8 @@ template <class Named>
 std::vector<Named> FirstOfEachName(std::vector<Named>& all);
 
 /// Takes the first of each name out of both.
-Pegasus::CIMInstance AssembleInstance(const Pegasus::CIMName& class_name,
+Pegasus::CIMInstance AssembleInstance(const Pegasus::CIMObjectPath& path,
                                       std::vector<Pegasus::CIMQualifier>& qualifiers,
                                       std::vector<Pegasus::CIMProperty>& properties);
-
-/// The path's spelling of the class name wins; another class throws CIMClientResponseException.
-template <class Object>
-void SetPath(Object& object, const Pegasus::CIMObjectPath& path);
 
 }  // namespace cimclient

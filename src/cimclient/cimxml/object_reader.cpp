@@ -11,20 +11,19 @@
 namespace cimclient {
 
 using namespace Pegasus;
+using Pegasus::detail::PropertyBody;
+using Pegasus::detail::Shared;
 
 /// One PROPERTY, PROPERTY.ARRAY or PROPERTY.REFERENCE while it is read.
 struct ObjectReader::PropertyElement {
-    CIMName name;
+    Shared<PropertyBody> body{new PropertyBody};
     std::optional<CIMType> type;
     std::optional<CIMType> embedded_type;
-    CIMName class_origin;
     CIMName reference_class;
     std::optional<Uint64> array_size;
-    bool propagated = false;
     bool is_array = false;
     bool is_reference = false;
     std::vector<CIMQualifier> qualifiers;
-    CIMValue value;
 };
 
 namespace {
@@ -52,6 +51,20 @@ std::optional<CIMType> EmbeddedType(const std::vector<CIMQualifier>& qualifiers)
 
 bool IsEmbedded(CIMType type) { return type == CIMTYPE_OBJECT || type == CIMTYPE_INSTANCE; }
 
+/// The path that came with an object, whose spelling of the class name wins, or one of the class
+/// name alone.
+CIMObjectPath PathOf(const CIMName& class_name, const CIMObjectPath* path) {
+    if (path == nullptr) {
+        CIMObjectPath own;
+        own.setClassName(class_name);
+        return own;
+    }
+    if (path->getClassName() != class_name) {
+        throw CIMClientResponseException(TypeMismatchException().getMessage());
+    }
+    return *path;
+}
+
 /// The fixed size that was declared, if the value has it.
 Uint32 SizeIfDeclared(std::optional<Uint64> declared, const CIMValue& value) {
     return declared && value.isArray() && *declared == value.getArraySize() ? value.getArraySize()
@@ -70,9 +83,8 @@ CIMInstance ObjectReader::ReadNamedInstance() {
         xml_.FailValidation("Expected INSTANCENAME element");
     }
     const CIMObjectPath path = ReadInstanceName();
-    CIMInstance instance = ReadInstance();
+    CIMInstance instance = ReadInstance(&path);
     xml_.ExpectClose("VALUE.NAMEDINSTANCE");
-    SetPath(instance, path);
     return instance;
 }
 
@@ -82,19 +94,20 @@ CIMObject ObjectReader::ReadObjectWithPath() {
         xml_.FailValidation("Expected INSTANCEPATH or CLASSPATH element");
     }
     const CIMObjectPath path = ReadFullPath();
-    CIMObject object = xml_.IsOpen("CLASS") ? ReadClass() : CIMObject(ReadInstance());
+    CIMObject object = xml_.IsOpen("CLASS") ? ReadClass(&path) : CIMObject(ReadInstance(&path));
     xml_.ExpectClose("VALUE.OBJECTWITHPATH");
-    SetPath(object, path);
     return object;
 }
 
-CIMObject ObjectReader::ReadClass() {
+CIMObject ObjectReader::ReadClass(const CIMObjectPath* path) {
     const CIMName name = ClassAttribute("CLASS", "NAME");
     xml_.SkipElement();
-    return CIMObject(CIMClass(name));
+    CIMClass read(name);
+    read.setPath(PathOf(name, path));
+    return CIMObject(read);
 }
 
-CIMInstance ObjectReader::ReadInstance() {
+CIMInstance ObjectReader::ReadInstance(const CIMObjectPath* path) {
     if (!xml_.IsOpen("INSTANCE")) {
         xml_.FailValidation("Expected INSTANCE element");
     }
@@ -106,17 +119,17 @@ CIMInstance ObjectReader::ReadInstance() {
         const std::string_view element = xml_.Peek().name;
         if (xml_.Peek().kind != XmlToken::kOpen) {
             xml_.Advance();
-        } else if (element == "QUALIFIER") {
+        } else if (Is(element, "QUALIFIER")) {
             ReadQualifier(qualifiers);
-        } else if (element == "PROPERTY" || element == "PROPERTY.ARRAY" ||
-                   element == "PROPERTY.REFERENCE") {
+        } else if (Is(element, "PROPERTY") || Is(element, "PROPERTY.ARRAY") ||
+                   Is(element, "PROPERTY.REFERENCE")) {
             ReadProperty();
         } else {
             xml_.SkipElement();
         }
     }
     xml_.ExpectClose("INSTANCE");
-    return AssembleInstance(class_name, qualifiers, properties_);
+    return AssembleInstance(PathOf(class_name, path), qualifiers, properties_);
 }
 
 void ObjectReader::ReadQualifier(std::vector<CIMQualifier>& qualifiers) {
@@ -150,22 +163,22 @@ void ObjectReader::ReadQualifier(std::vector<CIMQualifier>& qualifiers) {
 
 ObjectReader::PropertyElement ObjectReader::ReadPropertyHead() {
     PropertyElement element;
-    element.is_array = xml_.Peek().name == "PROPERTY.ARRAY";
-    element.is_reference = xml_.Peek().name == "PROPERTY.REFERENCE";
+    element.is_array = xml_.IsOpen("PROPERTY.ARRAY");
+    element.is_reference = xml_.IsOpen("PROPERTY.REFERENCE");
     xml_.ForEachAttribute([&](std::string_view attribute, std::string_view value) {
-        if (attribute == "NAME") {
-            element.name = names_.Name(value);
-        } else if (attribute == "TYPE") {
+        if (Is(attribute, "NAME")) {
+            element.body->name = names_.Name(value);
+        } else if (Is(attribute, "TYPE")) {
             element.type = TypeNamed(value);
-        } else if (attribute == "CLASSORIGIN") {
-            element.class_origin = names_.Name(value);
-        } else if (attribute == "PROPAGATED") {
-            element.propagated = Pegasus::detail::BooleanOf(value).value_or(false);
-        } else if (attribute == "ARRAYSIZE") {
+        } else if (Is(attribute, "CLASSORIGIN")) {
+            element.body->class_origin = names_.Name(value);
+        } else if (Is(attribute, "PROPAGATED")) {
+            element.body->propagated = Pegasus::detail::BooleanOf(value).value_or(false);
+        } else if (Is(attribute, "ARRAYSIZE")) {
             element.array_size = Pegasus::detail::LenientUnsigned(value);
-        } else if (attribute == "REFERENCECLASS") {
+        } else if (Is(attribute, "REFERENCECLASS")) {
             element.reference_class = names_.Name(value);
-        } else if (attribute == "EmbeddedObject" || attribute == "EMBEDDEDOBJECT") {
+        } else if (Is(attribute, "EmbeddedObject") || Is(attribute, "EMBEDDEDOBJECT")) {
             element.embedded_type = EmbeddedType(value);
         }
     });
@@ -181,26 +194,21 @@ ObjectReader::PropertyElement ObjectReader::ReadPropertyHead() {
 void ObjectReader::ReadProperty() {
     xml_.ForgetTexts();
     PropertyElement element = ReadPropertyHead();
-    if (!element.type || element.name.isNull()) {
+    if (!element.type || element.body->name.isNull()) {
         xml_.SkipToClose();
         return;
     }
     ReadPropertyContent(element);
-    Pegasus::detail::Shared<Pegasus::detail::PropertyBody> body(new Pegasus::detail::PropertyBody);
-    body->name = std::move(element.name);
-    body->class_origin = std::move(element.class_origin);
-    body->propagated = element.propagated;
-    body->value = std::move(element.value);
-    const Uint32 array_size = SizeIfDeclared(element.array_size, body->value);
+    const Uint32 array_size = SizeIfDeclared(element.array_size, element.body->value);
     if (array_size != 0 || element.is_reference || !element.qualifiers.empty()) {
-        Pegasus::detail::PropertyExtras& extras = body->EditableExtras();
+        Pegasus::detail::PropertyExtras& extras = element.body->EditableExtras();
         extras.array_size = array_size;
         extras.qualifiers = FirstOfEachName(element.qualifiers);
         if (element.is_reference) {
             extras.reference_class = element.reference_class;
         }
     }
-    properties_.push_back(Pegasus::detail::PropertyAccess::Make(std::move(body)));
+    properties_.push_back(Pegasus::detail::PropertyAccess::Make(std::move(element.body)));
 }
 
 void ObjectReader::ReadPropertyContent(PropertyElement& element) {
@@ -231,13 +239,13 @@ void ObjectReader::ReadPropertyContent(PropertyElement& element) {
         text.reset();
     }
     if (reference) {
-        element.value = *reference;
+        element.body->value = *reference;
     } else if (text) {
-        element.value = ScalarFrom(*element.type, *text);
+        element.body->value = ScalarFrom(*element.type, *text);
     } else if (has_texts) {
-        element.value = ArrayFrom(*element.type, element_texts_);
+        element.body->value = ArrayFrom(*element.type, element_texts_);
     } else {
-        element.value = CIMValue(*element.type, element.is_array);
+        element.body->value = CIMValue(*element.type, element.is_array);
     }
 }
 

@@ -26,10 +26,10 @@ public:
     Pegasus::CIMInstance ReadNamedInstance();
     /// VALUE.OBJECTWITHPATH
     Pegasus::CIMObject ReadObjectWithPath();
-    /// INSTANCE
-    Pegasus::CIMInstance ReadInstance();
-    /// CLASS
-    Pegasus::CIMObject ReadClass();
+    /// INSTANCE, with the path that came before it, if any.
+    Pegasus::CIMInstance ReadInstance(const Pegasus::CIMObjectPath* path = nullptr);
+    /// CLASS, the same.
+    Pegasus::CIMObject ReadClass(const Pegasus::CIMObjectPath* path = nullptr);
 
 private:
     struct PropertyElement;

@@ -1,7 +1,5 @@
 #include "cimxml/value_reader.h"
 
-#include <algorithm>
-#include <array>
 #include <limits>
 #include <memory>
 #include <type_traits>
@@ -126,20 +124,30 @@ constexpr Readers kReaders[] = {
     ReadersOf<CIMObject>(), ReadersOf<CIMInstance>(),
 };
 
+struct NamedType {
+    std::string_view name;
+    CIMType type;
+};
+
+/// The most frequent first. References and embedded objects have elements and attributes of their
+/// own.
+constexpr NamedType kNamedTypes[] = {
+    {"string", CIMTYPE_STRING},     {"uint16", CIMTYPE_UINT16}, {"boolean", CIMTYPE_BOOLEAN},
+    {"uint32", CIMTYPE_UINT32},     {"uint64", CIMTYPE_UINT64}, {"uint8", CIMTYPE_UINT8},
+    {"datetime", CIMTYPE_DATETIME}, {"sint32", CIMTYPE_SINT32}, {"sint64", CIMTYPE_SINT64},
+    {"sint16", CIMTYPE_SINT16},     {"sint8", CIMTYPE_SINT8},   {"real32", CIMTYPE_REAL32},
+    {"real64", CIMTYPE_REAL64},     {"char16", CIMTYPE_CHAR16},
+};
+
 }  // namespace
 
 std::optional<CIMType> TypeNamed(std::string_view name) {
-    // References and embedded objects have elements and attributes of their own.
-    static const auto names = [] {
-        std::array<std::string_view, CIMTYPE_DATETIME + 1> all;
-        for (int type = CIMTYPE_BOOLEAN; type <= CIMTYPE_DATETIME; ++type) {
-            all[static_cast<std::size_t>(type)] = cimTypeToString(static_cast<CIMType>(type));
+    for (const NamedType& type : kNamedTypes) {
+        if (name == type.name) {
+            return type.type;
         }
-        return all;
-    }();
-    const auto found = std::find(names.begin(), names.end(), name);
-    return found != names.end() ? std::optional(static_cast<CIMType>(found - names.begin()))
-                                : std::nullopt;
+    }
+    return std::nullopt;
 }
 
 CIMValue ScalarFrom(CIMType type, const ValueText& text) {

@@ -28,10 +28,10 @@ auto Perform(cimclient::Session& session, const char* method, const Request& req
         throw InvalidNamespaceNameException(String());
     }
     const Uint32 id = NextMessageId();
-    const std::string body =
+    const cimclient::ByteBuffer body =
         session.Exchange({method, std::string(request.name_space.getString().utf8()),
                           cimclient::WriteRequest(request, id)});
-    return read(body, id);
+    return read(body.View(), id);
 }
 
 }  // namespace

@@ -78,7 +78,7 @@ void Session::Reopen() {
     Open();
 }
 
-std::string Session::Exchange(const Operation& operation) {
+ByteBuffer Session::Exchange(const Operation& operation) {
     if (!is_open_) {
         throw Pegasus::NotConnectedException();
     }

@@ -32,7 +32,7 @@ public:
 
     /// Sends the operation and returns the body of the reply, whose head and trailers are in order.
     /// Connects again by itself when the server has closed the connection.
-    std::string Exchange(const Operation& operation);
+    ByteBuffer Exchange(const Operation& operation);
 
 private:
     Deadline FromNow() const { return std::chrono::steady_clock::now() + timeout_; }

@@ -6,6 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include "http/byte_buffer.h"
+
 namespace cimclient {
 
 /// Header lines in order; names compare without regard to case.
@@ -27,7 +29,7 @@ struct HttpReply {
     std::string reason;
     HeaderFields headers;
     HeaderFields trailers;
-    std::string body;
+    ByteBuffer body;
     /// The connection can carry another request.
     bool keeps_alive = true;
 };

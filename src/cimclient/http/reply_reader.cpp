@@ -168,19 +168,19 @@ void ReplyReader::ReadBody(HttpReply& reply) {
 }
 
 /// False when the stream ended before.
-bool ReplyReader::TakeInto(std::string& body, std::size_t count) {
+bool ReplyReader::TakeInto(ByteBuffer& body, std::size_t count) {
     while (count > 0 && More()) {
         const std::string_view part = unread_.substr(0, count);
-        body += part;
+        body.Append(part);
         count -= part.size();
         unread_.remove_prefix(part.size());
     }
     return count == 0;
 }
 
-void ReplyReader::TakeRest(std::string& body) {
+void ReplyReader::TakeRest(ByteBuffer& body) {
     while (More()) {
-        body += unread_;
+        body.Append(unread_);
         unread_ = {};
     }
 }

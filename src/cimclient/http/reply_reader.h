@@ -33,8 +33,8 @@ private:
     bool ReadLine(std::string& line, std::size_t& budget);
     void ReadFields(HeaderFields& fields, std::size_t& budget);
     void ReadStatusLine(HttpReply& reply, std::size_t& budget);
-    bool TakeInto(std::string& body, std::size_t count);
-    void TakeRest(std::string& body);
+    bool TakeInto(ByteBuffer& body, std::size_t count);
+    void TakeRest(ByteBuffer& body);
     void ReadChunks(HttpReply& reply);
 
     Source source_;

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <cstring>
 #include <stdexcept>
 
 #include "Pegasus/Client/CIMClientException.h"
@@ -49,6 +51,26 @@ std::string_view Trimmed(std::string_view text) {
         text.remove_suffix(1);
     }
     return text;
+}
+
+/// Whether the text is ASCII without references, looked at in words of eight bytes.
+bool IsPlain(std::string_view text) {
+    constexpr std::uint64_t kLowBits = 0x0101010101010101;
+    constexpr std::uint64_t kHighBits = kLowBits << 7;
+    const auto is_plain = [](std::uint64_t word) {
+        const std::uint64_t ampersands = word ^ (kLowBits * '&');  // a zero byte for each
+        return (((ampersands - kLowBits) | word) & kHighBits) == 0;
+    };
+    std::uint64_t word = 0;
+    while (text.size() >= sizeof word) {
+        std::memcpy(&word, text.data(), sizeof word);
+        if (!is_plain(word)) {
+            return false;
+        }
+        text.remove_prefix(sizeof word);
+    }
+    return std::none_of(text.begin(), text.end(),
+                        [](char c) { return c == '&' || static_cast<unsigned char>(c) >= 0x80; });
 }
 
 /// Runs of literal white space count as one blank in an attribute.
@@ -127,11 +149,11 @@ std::optional<std::string_view> XmlReader::FindAttribute(std::string_view name) 
 }
 
 std::string_view XmlReader::ValueOf(const XmlAttribute& attribute) {
-    const std::string_view raw = attribute.raw_value;
-    if (std::none_of(raw.begin(), raw.end(), [](char c) { return Is(kNeedsDecoding, c); })) {
-        return raw;
+    if (attribute.is_plain) {
+        return attribute.raw_value;
     }
-    attribute_value_ = Pegasus::detail::RepairedUtf8(Resolved(Collapsed(Trimmed(raw))));
+    attribute_value_ =
+        Pegasus::detail::RepairedUtf8(Resolved(Collapsed(Trimmed(attribute.raw_value))));
     return attribute_value_;
 }
 
@@ -149,6 +171,10 @@ std::string_view XmlReader::ReadText() {
         return {};
     }
     std::string_view text = token.raw_text;
+    if (IsPlain(text)) {
+        Advance();
+        return text;
+    }
     if (token.kind == XmlToken::kText && text.find('&') != kNone) {
         text = decoded_texts_.emplace_back(Resolved(text));
     }
@@ -269,16 +295,42 @@ void XmlReader::ReadAttribute() {
     if (quote != '"' && quote != '\'') {
         FailForm("Bad attribute value");
     }
-    const std::size_t end = text_.find(quote, at_ + 1);
-    if (end == kNone) {
-        at_ = text_.size();
+    std::size_t end = ++at_;
+    unsigned classes = 0;
+    while (end < text_.size() && text_[end] != quote) {
+        classes |= kCharClasses[static_cast<unsigned char>(text_[end])];
+        ++end;
+    }
+    const std::string_view value = text_.substr(at_, end - at_);
+    at_ = end;
+    if (end == text_.size()) {
         FailForm("Bad attribute value");
     }
-    token_.attributes.push_back({name, text_.substr(at_ + 1, end - at_ - 1)});
+    token_.attributes.push_back({name, value, (classes & kNeedsDecoding) == 0});
+    ++at_;
+}
+
+/// The usual closing element: that of the innermost open one, without white space.
+bool XmlReader::TakeExpectedClose() {
+    if (open_elements_.empty()) {
+        return false;
+    }
+    const std::string_view name = open_elements_.back();
+    const std::size_t end = at_ + 2 + name.size();
+    if (CharAt(end) != '>' || text_.compare(at_ + 2, name.size(), name) != 0) {
+        return false;
+    }
     at_ = end + 1;
+    token_.kind = XmlToken::kClose;
+    token_.name = name;
+    open_elements_.pop_back();
+    return true;
 }
 
 void XmlReader::ReadClose() {
+    if (TakeExpectedClose()) {
+        return;
+    }
     at_ += 2;
     const std::string_view name = TakeName();
     SkipSpace();
@@ -304,19 +356,25 @@ void XmlReader::SkipPast(std::string_view end) {
 }
 
 void XmlReader::SkipSpace() {
-    while (at_ < text_.size() && Is(kSpaceChar, text_[at_])) {
-        ++at_;
+    std::size_t at = at_;
+    while (at < text_.size() && Is(kSpaceChar, text_[at])) {
+        ++at;
     }
+    at_ = at;
 }
 
 std::string_view XmlReader::TakeName() {
-    const std::size_t begin = at_;
-    if (at_ < text_.size() && Is(kStartsName, text_[at_])) {
+    const char* const begin = text_.data() + at_;
+    const char* const text_end = text_.data() + text_.size();
+    const char* end = begin;
+    if (end != text_end && Is(kStartsName, *end)) {
         do {
-            ++at_;
-        } while (at_ < text_.size() && Is(kContinuesName, text_[at_]));
+            ++end;
+        } while (end != text_end && Is(kContinuesName, *end));
     }
-    return text_.substr(begin, at_ - begin);
+    const auto length = static_cast<std::size_t>(end - begin);
+    at_ += length;
+    return {begin, length};
 }
 
 std::string XmlReader::OnLine() const {

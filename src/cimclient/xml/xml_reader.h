@@ -5,6 +5,7 @@
 // entities but the five predefined ones and no DOCTYPE. Memory and time grow with the text alone.
 #pragma once
 
+#include <cstring>
 #include <deque>
 #include <optional>
 #include <string>
@@ -16,6 +17,7 @@ namespace cimclient {
 struct XmlAttribute {
     std::string_view name;
     std::string_view raw_value;
+    bool is_plain;  ///< the raw value is the value
 };
 
 struct XmlToken {
@@ -26,6 +28,12 @@ struct XmlToken {
     std::string_view raw_text;  ///< of kText without literal white space at its ends, and of kCData
     std::vector<XmlAttribute> attributes;  ///< of kOpen
 };
+
+/// Compares with a literal, whose length the compiler knows.
+template <std::size_t Size>
+bool Is(std::string_view text, const char (&literal)[Size]) {
+    return text.size() == Size - 1 && std::memcmp(text.data(), literal, Size - 1) == 0;
+}
 
 /// Reads tokens one at a time. An empty element gives an open and a close token; comments,
 /// processing instructions and white space between elements give none. Everything that is not well
@@ -51,8 +59,12 @@ public:
         has_token_ = false;
     }
 
+    template <std::size_t Size>
+    bool IsOpen(const char (&name)[Size]) {
+        return Peek().kind == XmlToken::kOpen && Is(token_.name, name);
+    }
     bool IsOpen(std::string_view name) {
-        return Peek().kind == XmlToken::kOpen && Peek().name == name;
+        return Peek().kind == XmlToken::kOpen && token_.name == name;
     }
     bool IsClose() { return Peek().kind == XmlToken::kClose; }
 
@@ -102,6 +114,7 @@ private:
     void SkipPast(std::string_view end);
     void SkipSpace();
     std::string_view TakeName();
+    bool TakeExpectedClose();
     bool StartsWith(std::string_view prefix) const {
         return text_.substr(at_, prefix.size()) == prefix;
     }

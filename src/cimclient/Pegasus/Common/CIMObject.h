@@ -57,7 +57,11 @@ protected:
 /// Lets the client's own rooms fill an object.
 class ObjectAccess {
 public:
-    static ObjectBody& Body(const ObjectHandle& object) { return object.Body(); }
+    /// Gives an empty handle a body.
+    static ObjectBody& MakeBody(ObjectHandle& object) {
+        object.body_ = Shared<ObjectBody>(new ObjectBody);
+        return *object.body_;
+    }
 };
 
 /// Members that change the object, for the handle class `Handle`.
