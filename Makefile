@@ -1,6 +1,6 @@
 # The front door: everything here also works on a bare Debian 12.
 .DEFAULT_GOAL := build
-.PHONY: build run test setup clean format transcripts
+.PHONY: build run test bench setup clean format transcripts
 
 build: build/build.ninja
 	@cmake --build build --target kalvex kalvex_cli
@@ -11,6 +11,12 @@ run: build
 test: build
 	@cmake --build build
 	@ctest --test-dir build --output-on-failure --parallel 2
+
+# Prints how fast everything is and writes build/bench.json.
+bench: build/build.ninja
+	@cmake -B build -DKALVEX_BUILD_BENCHMARKS=ON >/dev/null
+	@cmake --build build --target kalvex_bench
+	@build/bin/kalvex_bench --json build/bench.json
 
 # Rewrites the expected logs and shows what changed, for review.
 transcripts: build

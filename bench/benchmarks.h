@@ -1,0 +1,33 @@
+// The measured programs behind the figures, for Google Benchmark.
+#pragma once
+
+#include <benchmark/benchmark.h>
+
+#include <string>
+#include <vector>
+
+namespace bench {
+
+struct Measurement {
+    std::string name;
+    void (*run)(benchmark::State& state, std::size_t size);
+    std::size_t size;
+    int iterations;
+    int repetitions;
+};
+
+std::vector<Measurement> DecodeMeasurements();
+
+/// Reports `seconds()` as the time of each iteration, and the least as the counter "seconds".
+template <class Work>
+void TimeEach(benchmark::State& state, Work seconds) {
+    double least = 1e9;
+    for ([[maybe_unused]] auto _ : state) {
+        const double taken = seconds();
+        state.SetIterationTime(taken);
+        least = std::min(least, taken);
+    }
+    state.counters["seconds"] = least;
+}
+
+}  // namespace bench

@@ -1,0 +1,28 @@
+// The figures by which this program's speed is judged, and what they are computed from.
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace bench {
+
+/// The least value of each counter over a benchmark's repetitions, by the benchmark's name.
+using Readings = std::map<std::string, std::map<std::string, double>>;
+
+struct Figure {
+    const char* name;
+    const char* meaning;
+    enum class Bound { kAtMost, kAtLeast } bound;
+    double target;
+    std::vector<std::string> benchmarks;
+    double (*compute)(const Readings& readings);
+
+    bool IsMetBy(double value) const {
+        return bound == Bound::kAtMost ? value <= target : value >= target;
+    }
+};
+
+const std::vector<Figure>& Figures();
+
+}  // namespace bench
