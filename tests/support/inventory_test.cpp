@@ -62,23 +62,44 @@ KalvexCim& InventoryTest::Worker() {
     return *worker_;
 }
 
-std::vector<std::string> EnumerationLog(const std::string& class_name, int count,
-                                        const std::string& ns) {
+std::vector<std::string> InventoryTest::ConnectionAttemptLog() const {
+    return {"3 cimfunc.cpp Connecting to " + info.user + ":**********@" + info.host + ":" +
+                std::to_string(info.port),
+            "4 cimfunc.cpp connection case is " + std::to_string(info.connection_case)};
+}
+
+std::vector<std::string> InventoryTest::ConnectionLog() const {
+    return Joined({ConnectionAttemptLog(), {"3 cimfunc.cpp Cimserver connection succeeded "}});
+}
+
+std::vector<std::string> EnumerationCallLog(const std::string& class_name, const std::string& ns) {
     return {"3 cimfunc.cpp Calling GetCIMArrayFromEnumerateInstances()",
             "3 cimfunc.cpp The value of class name is:" + class_name,
-            "3 cimfunc.cpp The value of cim namespace is:" + ns,
-            "3 cimfunc.cpp The size of ei_array is:" + std::to_string(count)};
+            "3 cimfunc.cpp The value of cim namespace is:" + ns};
+}
+
+std::vector<std::string> EnumerationLog(const std::string& class_name, int count,
+                                        const std::string& ns) {
+    return Joined({EnumerationCallLog(class_name, ns),
+                   {"3 cimfunc.cpp The size of ei_array is:" + std::to_string(count)}});
+}
+
+std::vector<std::string> AssociationCallLog(const std::string& source,
+                                            const std::string& association,
+                                            const std::string& result_class,
+                                            const std::string& ns) {
+    return {"3 cimfunc.cpp Calling GetCIMArrayFromAssociators()",
+            "3 cimfunc.cpp The value of source class name is:" + source +
+                "\nThe value of association class name is:" + association +
+                "\nThe value of result class name is:" + result_class + "\n",
+            "3 cimfunc.cpp The value of cim namespace is:" + ns};
 }
 
 std::vector<std::string> AssociationLog(const std::string& source, const std::string& association,
                                         const std::string& result_class, int count,
                                         const std::string& ns) {
-    return {"3 cimfunc.cpp Calling GetCIMArrayFromAssociators()",
-            "3 cimfunc.cpp The value of source class name is:" + source +
-                "\nThe value of association class name is:" + association +
-                "\nThe value of result class name is:" + result_class + "\n",
-            "3 cimfunc.cpp The value of cim namespace is:" + ns,
-            "3 cimfunc.cpp The size of associators_array is:" + std::to_string(count)};
+    return Joined({AssociationCallLog(source, association, result_class, ns),
+                   {"3 cimfunc.cpp The size of associators_array is:" + std::to_string(count)}});
 }
 
 std::vector<std::string> Joined(const std::vector<std::vector<std::string>>& parts) {

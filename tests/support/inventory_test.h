@@ -35,6 +35,10 @@ protected:
     Zentar::Agentless::Kalvex& Host();
     Zentar::Agentless::KalvexCim& Worker();
 
+    /// What the access layer logs when it connects to the host, and when it starts to.
+    std::vector<std::string> ConnectionLog() const;
+    std::vector<std::string> ConnectionAttemptLog() const;
+
     RecordedLog log;
 
 private:
@@ -43,11 +47,19 @@ private:
     std::unique_ptr<Zentar::Agentless::KalvexCim> worker_;
 };
 
-/// What the access layer logs for an enumeration that gives `count` instances.
+/// What the access layer logs when it asks for a class's instances, before any answer.
+std::vector<std::string> EnumerationCallLog(const std::string& class_name,
+                                            const std::string& ns = "root/cimv2");
+
+/// What it logs for an enumeration that gives `count` instances.
 std::vector<std::string> EnumerationLog(const std::string& class_name, int count,
                                         const std::string& ns = "root/cimv2");
 
-/// What it logs for an association that gives `count` objects.
+/// The same for associated objects.
+std::vector<std::string> AssociationCallLog(const std::string& source,
+                                            const std::string& association,
+                                            const std::string& result_class,
+                                            const std::string& ns = "root/cimv2");
 std::vector<std::string> AssociationLog(const std::string& source, const std::string& association,
                                         const std::string& result_class, int count,
                                         const std::string& ns = "root/cimv2");

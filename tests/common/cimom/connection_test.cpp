@@ -5,8 +5,10 @@ namespace {
 
 using support::ClosedPort;
 using support::HostBuilder;
+using support::Joined;
 using support::TakePauses;
 using ::testing::ElementsAre;
+using ::testing::ElementsAreArray;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::Not;
@@ -15,19 +17,24 @@ using Zentar::CimConnection;
 class Connection : public support::InventoryTest {
 protected:
     CimConnection Connect() { return CimConnection(Pegasus::CIMNamespaceName("root/cimv2"), info); }
-    std::string Connecting() const {
-        return "3 cimfunc.cpp Connecting to " + info.user + ":**********@" + info.host + ":" +
-               std::to_string(info.port);
+    /// The message after the third attempt that ended so.
+    static std::string Failure(const std::string& reason) {
+        return "1 cimfunc.cpp Failed to connect remote cimserver with the reason: " + reason;
+    }
+    std::string CannotConnect() const {
+        return "Cannot connect to 127.0.0.1:" + std::to_string(info.port) + ". Connection failed.";
     }
 };
 
 TEST_F(Connection, WithoutHostNeverTouchesTheNetwork) {
     info.host = "";
-    const CimConnection connection = Connect();
+    CimConnection connection = Connect();
     EXPECT_EQ(connection.client, nullptr);
     EXPECT_THAT(log.Messages(),
                 ElementsAre("1 cimfunc.cpp Failed to connect remote cimserver due to invalid "
                             "connection information. "));
+    EXPECT_EQ(Zentar::ReconnectCimServer(connection), Zentar::kCimFailed);
+    EXPECT_EQ(connection.client, nullptr);
     EXPECT_THAT(TakePauses(), IsEmpty());
 }
 
@@ -36,19 +43,21 @@ TEST_F(Connection, IsMadeForTheCimCasesOnly) {
     for (const int connection_case : {-1, 0, 1, 5, 6}) {
         log.Clear();
         info.connection_case = connection_case;
-        const CimConnection connection = Connect();
+        CimConnection connection = Connect();
         EXPECT_EQ(connection.client, nullptr);
         EXPECT_THAT(
             log.Messages(),
-            ElementsAre(Connecting(),
-                        "4 cimfunc.cpp connection case is " + std::to_string(connection_case),
-                        "4 cimfunc.cpp Connection case is not CIM, do not try to connect "
-                        "CIM server."));
+            ElementsAreArray(Joined({ConnectionAttemptLog(),
+                                     {"4 cimfunc.cpp Connection case is not CIM, do not try to "
+                                      "connect CIM server."}})));
+        EXPECT_EQ(Zentar::ReconnectCimServer(connection), Zentar::kCimFailed);
     }
     EXPECT_EQ(Server().counters().connections, 0U);
     for (const int connection_case : {2, 3, 4}) {
+        log.Clear();
         info.connection_case = connection_case;
         EXPECT_NE(Connect().client, nullptr) << connection_case;
+        EXPECT_THAT(log.Messages(), ElementsAreArray(ConnectionLog()));
     }
     EXPECT_EQ(Server().counters().connections, 3U);
 }
@@ -58,9 +67,12 @@ TEST_F(Connection, OfAnInvalidTypeKeepsAnUnconnectedClient) {
     info.connection_type = 2;
     CimConnection connection = Connect();
     EXPECT_NE(connection.client, nullptr);
+    const auto invalid =
+        Joined({ConnectionAttemptLog(), {"1 cimfunc.cpp Invalid connection type: 2"}});
+    EXPECT_THAT(log.Messages(), ElementsAreArray(invalid));
+    log.Clear();
     EXPECT_EQ(Zentar::ConnectCimServer(connection), Zentar::kCimOk);
-    EXPECT_THAT(log.Texts(1),
-                ElementsAre("Invalid connection type: 2", "Invalid connection type: 2"));
+    EXPECT_THAT(log.Messages(), ElementsAreArray(invalid));
     EXPECT_EQ(Server().counters().connections, 0U);
 
     Pegasus::Array<Pegasus::CIMInstance> instances;
@@ -77,10 +89,25 @@ TEST_F(Connection, ToARefusingHostTakesThreeAttemptsAndThreePauses) {
     EXPECT_EQ(connection.client, nullptr);
     EXPECT_THAT(TakePauses(), ElementsAre(10000, 10000, 10000));
     EXPECT_THAT(log.Messages(),
-                ElementsAre(Connecting(), "4 cimfunc.cpp connection case is 2",
-                            "1 cimfunc.cpp Failed to connect remote cimserver with the reason: "
-                            "Cannot connect to 127.0.0.1:" +
-                                std::to_string(info.port) + ". Connection failed."));
+                ElementsAreArray(Joined({ConnectionAttemptLog(), {Failure(CannotConnect())}})));
+}
+
+TEST_F(Connection, ReportsItsFailureOnceBeforeTheLastPause) {
+    info.port = ClosedPort();
+    std::vector<std::size_t> failures_at_pauses;
+    support::DuringPauses([&] { failures_at_pauses.push_back(log.Texts(1).size()); });
+    Connect();
+    EXPECT_THAT(failures_at_pauses, ElementsAre(0, 0, 1));
+}
+
+TEST_F(Connection, IsTriedThreeTimesWithAHostThatHangsUp) {
+    Serve(HostBuilder().Build(), simhost::ServerOptions());
+    Server().Misbehave(simhost::Misbehaviours::CloseOnConnect());
+    EXPECT_EQ(Connect().client, nullptr);
+    EXPECT_EQ(Server().counters().connections, 3U);
+    EXPECT_THAT(TakePauses(), ElementsAre(10000, 10000, 10000));
+    EXPECT_THAT(log.Messages(),
+                ElementsAreArray(Joined({ConnectionAttemptLog(), {Failure(CannotConnect())}})));
 }
 
 TEST_F(Connection, SucceedsOnALaterAttempt) {
@@ -91,7 +118,7 @@ TEST_F(Connection, SucceedsOnALaterAttempt) {
     const CimConnection connection = Connect();
     EXPECT_NE(connection.client, nullptr);
     EXPECT_THAT(TakePauses(), ElementsAre(10000));
-    EXPECT_THAT(log.Texts(1), IsEmpty());
+    EXPECT_THAT(log.Messages(), ElementsAreArray(ConnectionLog()));
 }
 
 TEST_F(Connection, IsMadeOverHttps) {
@@ -107,7 +134,7 @@ TEST_F(Connection, NeverLogsThePassword) {
         log.Clear();
         info.password = password;
         const CimConnection connection = Connect();
-        EXPECT_EQ(log.Messages().front(), Connecting());
+        EXPECT_THAT(log.Messages(), ElementsAreArray(ConnectionLog()));
         for (const std::string& message : log.Messages()) {
             EXPECT_THAT(message, Not(HasSubstr("very-long-password")));
         }

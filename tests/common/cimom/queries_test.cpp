@@ -3,10 +3,12 @@
 
 namespace {
 
+using support::AssociationCallLog;
 using support::AssociationLog;
+using support::EnumerationCallLog;
 using support::EnumerationLog;
 using support::HostBuilder;
-using ::testing::Contains;
+using support::Joined;
 using ::testing::ElementsAre;
 using ::testing::ElementsAreArray;
 using Zentar::CimConnection;
@@ -28,11 +30,23 @@ protected:
         return Zentar::GetCIMArrayFromEnumerateInstances(Pegasus::CIMName(class_name), connection,
                                                          instances, 300000);
     }
-    int Associate(CimConnection& connection) {
-        return Zentar::GetCIMArrayFromAssociators(
-            Pegasus::CIMObjectPath(Pegasus::String("Device.Id=\"d\"")),
-            Pegasus::CIMName("DeviceInSlot"), Pegasus::CIMName("Slot"), connection, objects);
+    int Associate(CimConnection& connection, const char* association = "DeviceInSlot") {
+        return Zentar::GetCIMArrayFromAssociators(Pegasus::CIMObjectPath(Pegasus::String(kDevice)),
+                                                  Pegasus::CIMName(association),
+                                                  Pegasus::CIMName("Slot"), connection, objects);
     }
+    static std::string EnumerationFailure(const std::string& reason) {
+        return "1 cimfunc.cpp Enumerate instances failed with the reason: " + reason;
+    }
+    static std::string AssociationFailure(const std::string& reason) {
+        return "1 cimfunc.cpp Enumerate associators failed with the reason: " + reason;
+    }
+    /// All that was logged, in these parts.
+    void ExpectLog(const std::vector<std::vector<std::string>>& parts) {
+        EXPECT_THAT(log.Messages(), ElementsAreArray(Joined(parts)));
+    }
+
+    static constexpr const char* kDevice = "Device.Id=\"d\"";
 
     HostBuilder host;
     /// Both hold one element before any request.
@@ -47,7 +61,7 @@ TEST_F(Queries, EnumerationLogsItsProgress) {
     Serve(host);
     EXPECT_EQ(Enumerate(ConnectTo("root/cimv2"), "Device"), 0);
     EXPECT_EQ(instances.size(), 1U);
-    EXPECT_THAT(log.Messages(), ElementsAreArray(EnumerationLog("Device", 1)));
+    ExpectLog({EnumerationLog("Device", 1)});
 }
 
 TEST_F(Queries, EnumerationAsksForNoQualifiersAndAssociationForThem) {
@@ -66,16 +80,23 @@ TEST_F(Queries, EnumerationAsksForNoQualifiersAndAssociationForThem) {
 TEST_F(Queries, AssociationLogsItsProgress) {
     Serve(host);
     EXPECT_EQ(Associate(ConnectTo("root/cimv2")), 0);
-    ASSERT_EQ(objects.size(), 1U);
-    EXPECT_THAT(log.Messages(),
-                ElementsAreArray(AssociationLog("Device.Id=\"d\"", "DeviceInSlot", "Slot", 1)));
+    EXPECT_EQ(objects.size(), 1U);
+    ExpectLog({AssociationLog(kDevice, "DeviceInSlot", "Slot", 1)});
 }
 
 TEST_F(Queries, AnEmptyResultIsSuccess) {
     Serve(host);
     EXPECT_EQ(Enumerate(ConnectTo("root/cimv2"), "Empty"), 0);
     EXPECT_EQ(instances.size(), 0U);
-    EXPECT_EQ(log.Texts(3).back(), "The size of ei_array is:0");
+    ExpectLog({EnumerationLog("Empty", 0)});
+}
+
+TEST_F(Queries, NoAssociatedObjectIsSuccess) {
+    host.Class("root/cimv2", "DeviceOnBoard", R"({"Id": "string"})");
+    Serve(host);
+    EXPECT_EQ(Associate(ConnectTo("root/cimv2"), "DeviceOnBoard"), 0);
+    EXPECT_EQ(objects.size(), 0U);
+    ExpectLog({AssociationLog(kDevice, "DeviceOnBoard", "Slot", 0)});
 }
 
 TEST_F(Queries, AnUnknownNamespaceIsToldFromOtherFailuresAfterAReconnect) {
@@ -83,9 +104,9 @@ TEST_F(Queries, AnUnknownNamespaceIsToldFromOtherFailuresAfterAReconnect) {
     EXPECT_EQ(Enumerate(ConnectTo("root/other"), "Device"), 6);
     EXPECT_EQ(instances.size(), 1U);
     EXPECT_EQ(Server().counters().connections, 2U);
-    EXPECT_THAT(log.Texts(1), ElementsAre("Enumerate instances failed with the reason: "
-                                          "CIM_ERR_INVALID_NAMESPACE: root/other"));
-    EXPECT_EQ(log.Texts(3).back(), "Cimserver connection succeeded ");
+    ExpectLog({EnumerationCallLog("Device", "root/other"),
+               {EnumerationFailure("CIM_ERR_INVALID_NAMESPACE: root/other")},
+               ConnectionLog()});
 }
 
 TEST_F(Queries, AnUnknownClassFailsAfterAReconnect) {
@@ -93,6 +114,9 @@ TEST_F(Queries, AnUnknownClassFailsAfterAReconnect) {
     EXPECT_EQ(Enumerate(ConnectTo("root/cimv2"), "Nothing"), 1);
     EXPECT_EQ(instances.size(), 1U);
     EXPECT_EQ(Server().counters().connections, 2U);
+    ExpectLog({EnumerationCallLog("Nothing"),
+               {EnumerationFailure("CIM_ERR_INVALID_CLASS: Nothing")},
+               ConnectionLog()});
 }
 
 TEST_F(Queries, AFailedAssociationNeverTellsOfTheNamespace) {
@@ -100,8 +124,9 @@ TEST_F(Queries, AFailedAssociationNeverTellsOfTheNamespace) {
     EXPECT_EQ(Associate(ConnectTo("root/other")), 1);
     EXPECT_EQ(objects.size(), 1U);
     EXPECT_EQ(Server().counters().connections, 2U);
-    EXPECT_THAT(log.Texts(1), ElementsAre("Enumerate associators failed with the reason: "
-                                          "CIM_ERR_INVALID_NAMESPACE: root/other"));
+    ExpectLog({AssociationCallLog(kDevice, "DeviceInSlot", "Slot", "root/other"),
+               {AssociationFailure("CIM_ERR_INVALID_NAMESPACE: root/other")},
+               ConnectionLog()});
 }
 
 TEST_F(Queries, AnEnumerationThatFailsOutsideCimDoesNotReconnect) {
@@ -111,8 +136,8 @@ TEST_F(Queries, AnEnumerationThatFailsOutsideCimDoesNotReconnect) {
     EXPECT_EQ(Enumerate(connection, "Device"), 1);
     EXPECT_EQ(instances.size(), 1U);
     EXPECT_EQ(Server().counters().connections, 1U);
-    EXPECT_THAT(log.Texts(1), ElementsAre("Enumerate instances failed with the reason: HTTP Error "
-                                          "(503 Service Unavailable)."));
+    ExpectLog({EnumerationCallLog("Device"),
+               {EnumerationFailure("HTTP Error (503 Service Unavailable).")}});
 }
 
 TEST_F(Queries, AnAssociationThatFailsOutsideCimReconnects) {
@@ -121,23 +146,59 @@ TEST_F(Queries, AnAssociationThatFailsOutsideCimReconnects) {
     Server().Misbehave(simhost::Misbehaviours::HttpStatus(503, "Service Unavailable"));
     EXPECT_EQ(Associate(connection), 1);
     EXPECT_EQ(Server().counters().connections, 2U);
+    ExpectLog({AssociationCallLog(kDevice, "DeviceInSlot", "Slot"),
+               {AssociationFailure("HTTP Error (503 Service Unavailable).")},
+               ConnectionLog()});
 }
 
-TEST_F(Queries, ALostClientIsRepairedByTheNextQuery) {
-    Serve(host);
-    const auto port = info.port;
-    StopServing();
-    CimConnection& connection = ConnectTo("root/cimv2");
-    ASSERT_EQ(connection.client, nullptr);
-    EXPECT_EQ(Enumerate(connection, "Device"), 1);
-    EXPECT_EQ(log.Texts(3)[3], "The value of cim client is NULL,Now restart cimserver!");
-    EXPECT_EQ(Associate(connection), 1);
+class QueriesWithoutClient : public Queries {
+protected:
+    QueriesWithoutClient() {
+        Serve(host);
+        StopServing();
+        connection = &ConnectTo("root/cimv2");
+        support::TakePauses();
+    }
+    /// What a query logs that finds no client and cannot connect either.
+    std::vector<std::string> FailedRepairLog() const {
+        return Joined({{"3 cimfunc.cpp The value of cim client is NULL,Now restart cimserver!"},
+                       ConnectionAttemptLog(),
+                       {"1 cimfunc.cpp Failed to connect remote cimserver with the reason: Cannot "
+                        "connect to 127.0.0.1:" +
+                        std::to_string(info.port) + ". Connection failed."}});
+    }
+    std::vector<std::string> RepairLog() const {
+        return Joined({{"3 cimfunc.cpp The value of cim client is NULL,Now restart cimserver!"},
+                       ConnectionLog(),
+                       {"3 cimfunc.cpp Restart cim server succeed,Now reconnect to cimserver!"}});
+    }
 
-    Serve(host, port);
-    log.Clear();
-    EXPECT_EQ(Associate(connection), 0);
-    EXPECT_THAT(log.Texts(3), Contains("Restart cim server succeed,Now reconnect to cimserver!"));
-    EXPECT_EQ(Enumerate(connection, "Device"), 0);
+    CimConnection* connection = nullptr;
+};
+
+TEST_F(QueriesWithoutClient, FailWhileTheHostIsDownAndTryAgainEachTime) {
+    EXPECT_EQ(Enumerate(*connection, "Device"), 1);
+    EXPECT_EQ(Associate(*connection), 1);
+    EXPECT_EQ(instances.size(), 1U);
+    EXPECT_EQ(objects.size(), 1U);
+    EXPECT_THAT(support::TakePauses(), ElementsAre(10000, 10000, 10000, 10000, 10000, 10000));
+    ExpectLog({EnumerationCallLog("Device"), FailedRepairLog(),
+               AssociationCallLog(kDevice, "DeviceInSlot", "Slot"), FailedRepairLog()});
+}
+
+TEST_F(QueriesWithoutClient, EnumerationRepairsTheConnectionOnceTheHostIsUp) {
+    Serve(host, info.port);
+    EXPECT_EQ(Enumerate(*connection, "Device"), 0);
+    ExpectLog(
+        {EnumerationCallLog("Device"), RepairLog(), {"3 cimfunc.cpp The size of ei_array is:1"}});
+}
+
+TEST_F(QueriesWithoutClient, AssociationRepairsTheConnectionOnceTheHostIsUp) {
+    Serve(host, info.port);
+    EXPECT_EQ(Associate(*connection), 0);
+    ExpectLog({AssociationCallLog(kDevice, "DeviceInSlot", "Slot"),
+               RepairLog(),
+               {"3 cimfunc.cpp The size of associators_array is:1"}});
 }
 
 }  // namespace
