@@ -3,6 +3,7 @@
 
 namespace {
 
+using support::AssociationCallLog;
 using support::AssociationLog;
 using support::EnumerationLog;
 using support::HostBuilder;
@@ -56,6 +57,34 @@ protected:
         EXPECT_EQ(Worker().GetPCIInfo(pci), 0);
         return pci;
     }
+    /// Serves the host to a worker that is in the provider's namespace already.
+    void ServeProvider() {
+        ReadAll();
+        log.Clear();
+    }
+    /// Where the first device sits, for a caller who has put `place` down so far.
+    std::string Retrieve(std::string place, int expected_result = 0) {
+        Pegasus::CIMInstance device(Pegasus::CIMName("IBMSG_PCIDevice"));
+        device.setPath(Pegasus::CIMObjectPath(Pegasus::String(kDevicePath)));
+        EXPECT_EQ(Worker().RetrieveSlotAllInfo(device, place), expected_result);
+        return place;
+    }
+    static std::string SlotCount(int count) {
+        return "4 kalvex_cim.cpp IBMSG_PCIDevice associators IBMSG_DeviceInSlot instances:" +
+               std::to_string(count);
+    }
+    static std::string BoardCount(int count) {
+        return "4 kalvex_cim.cpp IBMSG_OnBoardDevice associators IBMSG_SystemBoard instances:" +
+               std::to_string(count);
+    }
+    /// Fails the `number`-th of the associations that follow.
+    void FailAssociation(std::size_t number) {
+        auto failure = simhost::Misbehaviours::CimErrorElement(1, "provider died");
+        failure.only_operation = "Associators";
+        failure.after = number - 1;
+        failure.times = 1;
+        Server().Misbehave(failure);
+    }
 
     HostBuilder host;
 };
@@ -101,26 +130,95 @@ TEST_F(PciInventory, ADeviceOnBoardTakesTheBoardsText) {
 
 TEST_F(PciInventory, ADeviceWithoutAssociationHasNoPlace) {
     AddSlots();
-    EXPECT_EQ(ReadAll().devices_.at(0).slot_all_info_, "");
-    EXPECT_THAT(log.Texts(4),
-                Contains("IBMSG_PCIDevice associators IBMSG_DeviceInSlot instances:0"));
-    EXPECT_THAT(log.Texts(4),
-                Contains("IBMSG_OnBoardDevice associators IBMSG_SystemBoard instances:0"));
+    ServeProvider();
+    std::vector<PCIDevice> devices;
+    EXPECT_EQ(Worker().GetPCIDevice(devices), 0);
+    EXPECT_EQ(devices.at(0).slot_all_info_, "");
+    EXPECT_THAT(
+        log.Messages(),
+        ElementsAreArray(
+            Joined({{"4 kalvex_cim.cpp Calling KalvexCim::GetPCIDevice"},
+                    EnumerationLog("IBMSG_PCIDevice", 1, kNs),
+                    {"4 kalvex_cim.cpp IBMSG_PCIDevice instances :1",
+                     "4 cimfunc.cpp Showing properties for IBMSG_PCIDevice.DeviceID=\"pci0\"",
+                     "4 cimfunc.cpp ClassCode = 1 with raw data (1)",
+                     "4 cimfunc.cpp Description = Controller with raw data (Controller)",
+                     "4 cimfunc.cpp IOAddress = 0x3000 with raw data (0x3000)",
+                     "4 cimfunc.cpp IRQ = 11 with raw data (11)",
+                     "4 cimfunc.cpp PciDeviceID = 4096 with raw data (4096)",
+                     "4 cimfunc.cpp VendorID = 32902 with raw data (32902)"},
+                    AssociationLog(kDevicePath, "IBMSG_DeviceInSlot", "IBMSG_SystemSlot", 0, kNs),
+                    {SlotCount(0)},
+                    AssociationLog(kDevicePath, "IBMSG_OnBoardDevice", "IBMSG_SystemBoard", 0, kNs),
+                    {BoardCount(0)}})));
+}
+
+TEST_F(PciInventory, APlaceThatIsNotFoundStaysAsTheCallerHadIt) {
+    AddSlots();
+    ServeProvider();
+    EXPECT_EQ(Retrieve("before"), "before");
 }
 
 TEST_F(PciInventory, ASlotWithoutTextGivesAnEmptyPlace) {
     host.Class(kNs, "IBMSG_SystemSlot", R"({"Tag": "string"})", R"([{"Tag": "slot1"}])");
     Associate("IBMSG_DeviceInSlot", kSlot1Path);
-    EXPECT_EQ(ReadAll().devices_.at(0).slot_all_info_, "");
+    ServeProvider();
+    EXPECT_EQ(Retrieve("before"), "");
+    EXPECT_THAT(log.Texts(2), ElementsAre("Property SlotAllInfo is not found!"));
+}
+
+TEST_F(PciInventory, TheBoardsTextIsTraced) {
+    AddSlots();
+    Associate("IBMSG_OnBoardDevice", kBoardPath);
+    ServeProvider();
+    EXPECT_EQ(Retrieve(""), "On System Board");
+    EXPECT_THAT(
+        log.Messages(),
+        ElementsAreArray(Joined(
+            {AssociationLog(kDevicePath, "IBMSG_DeviceInSlot", "IBMSG_SystemSlot", 0, kNs),
+             {SlotCount(0)},
+             AssociationLog(kDevicePath, "IBMSG_OnBoardDevice", "IBMSG_SystemBoard", 1, kNs),
+             {BoardCount(1),
+              "4 cimfunc.cpp Showing properties for "
+              "//esx01/root/ibmsd:IBMSG_SystemBoard.Tag=\"board\"",
+              "4 cimfunc.cpp SlotAllInfo = On System Board with raw data (On System Board)"}})));
+}
+
+TEST_F(PciInventory, AFailedQuestionForTheSlotIsReportedAndTheBoardIsNotAsked) {
+    AddSlots();
+    Associate("IBMSG_OnBoardDevice", kBoardPath);
+    ServeProvider();
+    FailAssociation(1);
+    EXPECT_EQ(Retrieve("before", 1), "before");
+    EXPECT_THAT(
+        log.Messages(),
+        ElementsAreArray(
+            Joined({AssociationCallLog(kDevicePath, "IBMSG_DeviceInSlot", "IBMSG_SystemSlot", kNs),
+                    {"1 cimfunc.cpp Enumerate associators failed with the reason: provider died"},
+                    ConnectionLog(),
+                    {"4 kalvex_cim.cpp IBMSG_PCIDevice associators IBMSG_DeviceInSlot failed!"}})));
+}
+
+TEST_F(PciInventory, AFailedQuestionForTheBoardIsReported) {
+    AddSlots();
+    ServeProvider();
+    FailAssociation(2);
+    EXPECT_EQ(Retrieve("before", 1), "before");
+    EXPECT_THAT(
+        log.Messages(),
+        ElementsAreArray(Joined(
+            {AssociationLog(kDevicePath, "IBMSG_DeviceInSlot", "IBMSG_SystemSlot", 0, kNs),
+             {SlotCount(0)},
+             AssociationCallLog(kDevicePath, "IBMSG_OnBoardDevice", "IBMSG_SystemBoard", kNs),
+             {"1 cimfunc.cpp Enumerate associators failed with the reason: provider died"},
+             ConnectionLog(),
+             {"4 kalvex_cim.cpp IBMSG_OnBoardDevice associators IBMSG_SystemBoard failed!"}})));
 }
 
 TEST_F(PciInventory, PlacesAreTracedInTheNameOfThePciDeviceForBridgesToo) {
     AddSlots();
     Associate("IBMSG_DeviceInSlot", kSlot2Path, "IBMSG_PCIBridge.DeviceID=\"br0\"");
-    Serve(host);
-    Pciinfo first;
-    Worker().GetPCIInfo(first);
-    log.Clear();
+    ServeProvider();
     std::vector<PCIBridge> bridges;
     EXPECT_EQ(Worker().GetPCIBridge(bridges), 0);
     EXPECT_THAT(log.Messages(),
@@ -134,7 +232,7 @@ TEST_F(PciInventory, PlacesAreTracedInTheNameOfThePciDeviceForBridgesToo) {
                       "4 cimfunc.cpp Location = Bus 0 Dev 1 with raw data (Bus 0 Dev 1)"},
                      AssociationLog("IBMSG_PCIBridge.DeviceID=\"br0\"", "IBMSG_DeviceInSlot",
                                     "IBMSG_SystemSlot", 1, kNs),
-                     {"4 kalvex_cim.cpp IBMSG_PCIDevice associators IBMSG_DeviceInSlot instances:1",
+                     {SlotCount(1),
                       "4 cimfunc.cpp Showing properties for "
                       "//esx01/root/ibmsd:IBMSG_SystemSlot.Tag=\"slot2\"",
                       "4 cimfunc.cpp SlotAllInfo = Slot 2 with raw data (Slot 2)"}})));
@@ -267,6 +365,18 @@ TEST_F(PciInventory, ParseClassCodeKeepsItsErrorsIn) {
     support::FailNextNewOfAtLeast(sizeof "Data Acquisition and Signal Processing");
     Worker().ParseClassCode(code);
     EXPECT_EQ(code, "17");
+    EXPECT_THAT(log.Messages(),
+                ElementsAre("3 kalvex_cim.cpp ParseClassCode Error:std::bad_alloc"));
+}
+
+TEST_F(PciInventory, ParseClassCodeSurvivesATextThatCannotBeCopied) {
+    Serve(host);
+    Worker();
+    const std::string long_code = std::string(1000, ' ') + "2";
+    std::string code = long_code;
+    support::FailNextNewOfAtLeast(long_code.size());
+    Worker().ParseClassCode(code);
+    EXPECT_EQ(code, long_code);
     EXPECT_THAT(log.Messages(),
                 ElementsAre("3 kalvex_cim.cpp ParseClassCode Error:std::bad_alloc"));
 }

@@ -263,12 +263,10 @@ int KalvexCim::GetPCIInfo(Pciinventory::Pciinfo& info) {
 }
 
 void KalvexCim::ParseClassCode(std::string& code) {
-    const auto word = PciBaseClassWord(code);
-    if (!word) {
-        return;
-    }
     try {
-        code = *word;
+        if (const auto word = PciBaseClassWord(code)) {
+            code = *word;
+        }
     } catch (const std::exception& e) {
         ZENTAR_LOG(3) << "ParseClassCode Error:" << e.what();
     }
