@@ -2,6 +2,7 @@
 
 namespace {
 
+using support::EnumerationCallLog;
 using support::EnumerationLog;
 using support::HostBuilder;
 using support::Joined;
@@ -77,13 +78,25 @@ TEST_F(ComputerSystemQuery, FailsOnlyWhenBothClassesFail) {
     record.model_ = "kept";
     EXPECT_EQ(Worker().GetComputerSystem(record), 1);
     EXPECT_EQ(record.model_, "kept");
-    EXPECT_THAT(log.Texts(4), ::testing::Contains(
-                                  "EnumerateInstances OMC_Chassis and IBM_ComputerSystem Failed!"));
+    const std::string failure =
+        "1 cimfunc.cpp Enumerate instances failed with the reason: CIM_ERR_INVALID_CLASS: ";
+    EXPECT_THAT(log.Messages(),
+                ElementsAreArray(Joined(
+                    {{"4 kalvex_cim.cpp Calling KalvexCim::GetComputerSystem"},
+                     EnumerationCallLog("OMC_Chassis"),
+                     {failure + "OMC_Chassis"},
+                     ConnectionLog(),
+                     EnumerationCallLog("IBM_ComputerSystem", kHardware),
+                     {failure + "IBM_ComputerSystem"},
+                     ConnectionLog(),
+                     {"4 kalvex_cim.cpp EnumerateInstances OMC_Chassis and IBM_ComputerSystem "
+                      "Failed!"}})));
 }
 
 TEST_F(ComputerSystemQuery, KeepsManufacturerAndVersionWhenTheChassisFails) {
     HostBuilder host;
-    Serve(AddSystem(host, R"(["CIM:GUID"])", R"(["0011"])"));
+    Serve(AddSystem(host, R"(["CIM:GUID", "CIM:Model:SerialNumber", "CIM:ProductName"])",
+                    R"(["0011", "ABC:1234", "Server X"])"));
     ComputerSystem record;
     record.manufacturer_ = "before";
     record.version_ = "before";
@@ -91,6 +104,9 @@ TEST_F(ComputerSystemQuery, KeepsManufacturerAndVersionWhenTheChassisFails) {
     EXPECT_EQ(record.manufacturer_, "before");
     EXPECT_EQ(record.version_, "before");
     EXPECT_EQ(record.uuid_, "0011");
+    EXPECT_EQ(record.model_, "ABC");
+    EXPECT_EQ(record.serial_number_, "1234");
+    EXPECT_EQ(record.product_name_, "Server X");
 }
 
 TEST_F(ComputerSystemQuery, AsksTheSecondClassEvenWhenTheFirstFailed) {
@@ -113,6 +129,10 @@ TEST_F(ComputerSystemQuery, ClearsManufacturerAndVersionWhenThereIsNoChassis) {
     EXPECT_EQ(Worker().GetComputerSystem(record), 0);
     EXPECT_EQ(record.manufacturer_, "");
     EXPECT_EQ(record.version_, "");
+    const auto traces = log.Texts(4);
+    ASSERT_GE(traces.size(), 2U);
+    EXPECT_EQ(traces[traces.size() - 2], "==========Manufacturer is : ============");
+    EXPECT_EQ(traces.back(), "==========Version is : ============");
 }
 
 TEST_F(ComputerSystemQuery, ReadsTheFirstChassisOnly) {
@@ -151,8 +171,9 @@ TEST_F(ComputerSystemQuery, MatchesDescriptionsExactly) {
 
 TEST_F(ComputerSystemQuery, TakesNothingFromArraysOfDifferentLength) {
     const ComputerSystem record =
-        ReadSystem(R"(["CIM:GUID", "CIM:Tag", "CIM:Other"])", R"(["0011", "b", "c", "d"])");
-    EXPECT_EQ(record.uuid_, "");
+        ReadSystem(R"(["CIM:GUID", "CIM:ProductName", "CIM:Model:SerialNumber"])",
+                   R"(["0011", "Server X", "ABC:1234", "d"])");
+    EXPECT_EQ(record.product_name_ + record.uuid_ + record.model_ + record.serial_number_, "");
     EXPECT_EQ(log.Texts(4).back(),
               "IBMComputerSystem Class IdentifyingDescriptions and OtherIdentifyingInfo array "
               "size don't equal.");

@@ -6,6 +6,7 @@ namespace {
 
 using support::HostBuilder;
 using ::testing::ElementsAre;
+using ::testing::ElementsAreArray;
 using ::testing::IsEmpty;
 using Zentar::Agentless::Kalvex;
 using Zentar::ZTEXSI::IPProtocolData;
@@ -72,15 +73,25 @@ TEST_F(Facade, LogsEarlierRecordsOfTheListToo) {
 
 TEST_F(Facade, ReadsNothingForAnUnknownAddressFamily) {
     Serve(HostBuilder());
-    std::vector<IPProtocolData> endpoints(3);
-    endpoints[0].name = "vmk0";
-    EXPECT_EQ(Host().GetIPProtocolInfo(endpoints, 2), 0);
-    EXPECT_EQ(endpoints.size(), 3U);
+    std::vector<std::string> expected{"3 kalvex.cpp The size of IPProtocol log is:3"};
+    std::vector<IPProtocolData> endpoints;
+    for (const std::string name : {"vmk0", "vmk1", "vmk2"}) {
+        endpoints.push_back({name, "a", "b", "c", "not logged", "d", "e", "f", "g"});
+        for (const char* field :
+             {"name:", "transitionin_to_state:a", "sub_net_mask:b", "requested_state:c",
+              "protocol_if_type:d", "enabled_state:e", "IPv4_address:f", "IPv6_address:g"}) {
+            const bool is_name = field == std::string("name:");
+            expected.push_back("3 kalvex.cpp " + std::string(field) + (is_name ? name : ""));
+        }
+    }
+    for (const int family : {2, -1}) {
+        Host();
+        log.Clear();
+        EXPECT_EQ(Host().GetIPProtocolInfo(endpoints, family), 0);
+        EXPECT_EQ(endpoints.size(), 3U);
+        EXPECT_THAT(log.Messages(), ElementsAreArray(expected));
+    }
     EXPECT_THAT(Server().requests(), IsEmpty());
-    const auto lines = FacadeLog();
-    ASSERT_EQ(lines.size(), 1U + 3U * 8U);
-    EXPECT_EQ(lines[0], "3 The size of IPProtocol log is:3");
-    EXPECT_EQ(lines[1], "3 name:vmk0");
 }
 
 TEST_F(Facade, LogsAllThreePciListsEvenWhenEmpty) {

@@ -3,6 +3,7 @@
 namespace {
 
 using support::ClosedPort;
+using support::EnumerationCallLog;
 using support::EnumerationLog;
 using support::HostBuilder;
 using support::Joined;
@@ -10,6 +11,7 @@ using ::testing::ElementsAre;
 using ::testing::ElementsAreArray;
 using Zentar::ZTEXSI::OperationSystem;
 
+constexpr const char* kHardware = "ibm/imm0/cimv2";
 constexpr const char* kClass = "VMware_HypervisorSoftwareIdentity";
 constexpr const char* kProperties =
     R"({"InstanceID": "string", "VersionString": "string", "Name": "string",
@@ -81,27 +83,53 @@ TEST_F(HypervisorQuery, LeavesTheRecordAloneWhenTheClassIsMissing) {
     OperationSystem record{"a", "b", "c", "d", "e"};
     EXPECT_EQ(Worker().GetOperationSystem(record), 1);
     EXPECT_EQ(record.version_string, "a");
-    EXPECT_EQ(log.Texts(4).back(), "EnumerateInstances VMware_HypervisorSoftwareIdentity Failed!");
+    EXPECT_EQ(record.last_start_time, "e");
+    EXPECT_THAT(log.Messages(),
+                ElementsAreArray(Joined(
+                    {{"4 kalvex_cim.cpp Calling KalvexCim::GetOperationSystem"},
+                     EnumerationCallLog(kClass),
+                     {"1 cimfunc.cpp Enumerate instances failed with the reason: "
+                      "CIM_ERR_INVALID_CLASS: VMware_HypervisorSoftwareIdentity"},
+                     ConnectionLog(),
+                     {"4 kalvex_cim.cpp EnumerateInstances VMware_HypervisorSoftwareIdentity "
+                      "Failed!"}})));
 }
 
 class VersionGate : public support::InventoryTest {};
 
 TEST_F(VersionGate, HoldsAHostWithoutTheHardwareNamespaceForUnsupported) {
     HostBuilder host;
-    Serve(host.WithoutNamespace("ibm/imm0/cimv2"));
+    Serve(host.WithoutNamespace(kHardware));
     EXPECT_TRUE(Worker().IsUnSpportedESXIVer());
     EXPECT_TRUE(Host().IsUnSpportedEXSIVersion());
+    EXPECT_THAT(
+        log.Messages(),
+        ElementsAreArray(Joined({{"4 kalvex.cpp Calling Kalvex::IsUnSpportedEXSIVersion"},
+                                 EnumerationCallLog("IBM_ComputerSystem", kHardware),
+                                 {"1 cimfunc.cpp Enumerate instances failed with the reason: "
+                                  "CIM_ERR_INVALID_NAMESPACE: ibm/imm0/cimv2"},
+                                 ConnectionLog()})));
 }
 
 TEST_F(VersionGate, HoldsAHostWithTheNamespaceForSupported) {
     HostBuilder host;
-    Serve(host.Class("ibm/imm0/cimv2", "IBM_ComputerSystem", R"({"Name": "string"})"));
+    Serve(host.Class(kHardware, "IBM_ComputerSystem", R"({"Name": "string"})"));
     EXPECT_FALSE(Host().IsUnSpportedEXSIVersion());
-    EXPECT_EQ(log.Messages().front(), "4 kalvex.cpp Calling Kalvex::IsUnSpportedEXSIVersion");
+    EXPECT_THAT(log.Messages(),
+                ElementsAreArray(Joined({{"4 kalvex.cpp Calling Kalvex::IsUnSpportedEXSIVersion"},
+                                         EnumerationLog("IBM_ComputerSystem", 0, kHardware)})));
 }
 
 TEST_F(VersionGate, HoldsAHostForSupportedWhenOnlyTheClassIsMissing) {
     Serve(HostBuilder());
+    EXPECT_FALSE(Worker().IsUnSpportedESXIVer());
+}
+
+TEST_F(VersionGate, HoldsAHostThatAnswersWithoutCimForSupported) {
+    HostBuilder host;
+    Serve(host.WithoutNamespace(kHardware));
+    Worker();
+    Server().Misbehave(simhost::Misbehaviours::HttpStatus(503, "Service Unavailable"));
     EXPECT_FALSE(Worker().IsUnSpportedESXIVer());
 }
 

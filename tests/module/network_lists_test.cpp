@@ -1,6 +1,4 @@
 // Ethernet ports and IP protocol endpoints.
-#include <cstddef>
-
 #include "support/inventory_test.h"
 
 namespace {
@@ -9,15 +7,6 @@ using support::HostBuilder;
 using ::testing::ElementsAre;
 using Zentar::ZentarAgentless::PhysicalPort;
 using Zentar::ZTEXSI::IPProtocolData;
-
-TEST(NetworkRecords, KeepTheirShape) {
-    EXPECT_EQ(sizeof(PhysicalPort), 40 * sizeof(std::string));
-    EXPECT_EQ(offsetof(PhysicalPort, name_), 1 * sizeof(std::string));
-    EXPECT_EQ(offsetof(PhysicalPort, network_addresses_), 5 * sizeof(std::string));
-    EXPECT_EQ(offsetof(PhysicalPort, speed_), 17 * sizeof(std::string));
-    EXPECT_EQ(offsetof(PhysicalPort, speedduplex_), 26 * sizeof(std::string));
-    EXPECT_EQ(sizeof(IPProtocolData), 9 * sizeof(std::string));
-}
 
 class EthernetPorts : public support::InventoryTest {
 protected:

@@ -5,6 +5,7 @@
 
 namespace {
 
+using support::EnumerationCallLog;
 using support::EnumerationLog;
 using support::HostBuilder;
 using support::Joined;
@@ -86,7 +87,16 @@ TEST_P(EveryListQuery, AppendsOneRecordPerInstanceAndNeverClears) {
 TEST_P(EveryListQuery, FailsAndAppendsNothingWhenTheClassIsMissing) {
     Serve(HostBuilder());
     EXPECT_EQ(GetParam().run_twice(Worker()), (std::array{1, 0, 1, 0}));
-    EXPECT_EQ(log.Texts(4).back(), GetParam().failure);
+    const std::string class_name = GetParam().class_name;
+    const auto one_run =
+        Joined({{"4 kalvex_cim.cpp Calling KalvexCim::" + std::string(GetParam().operation)},
+                EnumerationCallLog(class_name),
+                {"1 cimfunc.cpp Enumerate instances failed with the reason: "
+                 "CIM_ERR_INVALID_CLASS: " +
+                 class_name},
+                ConnectionLog(),
+                {"4 kalvex_cim.cpp " + std::string(GetParam().failure)}});
+    EXPECT_THAT(log.Messages(), ElementsAreArray(Joined({one_run, one_run})));
 }
 
 INSTANTIATE_TEST_SUITE_P(Worker, EveryListQuery, ::testing::ValuesIn(kQueries),

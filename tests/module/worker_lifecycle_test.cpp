@@ -4,8 +4,11 @@ namespace {
 
 using support::ClosedPort;
 using support::HostBuilder;
+using support::Joined;
 using support::TakePauses;
+using ::testing::Each;
 using ::testing::ElementsAre;
+using ::testing::ElementsAreArray;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 using Zentar::Agentless::KalvexCim;
@@ -13,30 +16,56 @@ using Zentar::Agentless::KalvexCim;
 class WorkerLifecycle : public support::InventoryTest {
 protected:
     std::string CannotConnect() const {
-        return "Failed to connect remote cimserver with the reason: Cannot connect to 127.0.0.1:" +
+        return "1 cimfunc.cpp Failed to connect remote cimserver with the reason: Cannot connect "
+               "to 127.0.0.1:" +
                std::to_string(info.port) + ". Connection failed.";
     }
 };
+
+template <class Record>
+int Query(KalvexCim& worker, int (KalvexCim::*query)(Record&)) {
+    Record record;
+    return (worker.*query)(record);
+}
+
+/// The results of all queries that report failure.
+std::vector<int> QueryAll(KalvexCim& worker) {
+    return {
+        Query(worker, &KalvexCim::GetComputerSystem),
+        Query(worker, &KalvexCim::GetOperationSystem),
+        Query(worker, &KalvexCim::GetInstalledPackages),
+        Query(worker, &KalvexCim::GetIpmiRecord),
+        Query(worker, &KalvexCim::GetVMwarePrivilege),
+        Query(worker, &KalvexCim::GetEthernetPorts),
+        Query(worker, &KalvexCim::GetIPv4ProtocolInfo),
+        Query(worker, &KalvexCim::GetIPv6ProtocolInfo),
+        Query(worker, &KalvexCim::GetPCIDevice),
+        Query(worker, &KalvexCim::GetPCIBridge),
+        Query(worker, &KalvexCim::GetSystemSlot),
+    };
+}
 
 TEST_F(WorkerLifecycle, ConnectsForBothNamespacesAtOnce) {
     Serve(HostBuilder());
     { const KalvexCim worker(info); }
     EXPECT_EQ(Server().counters().connections, 2U);
-    const std::string connecting =
-        "3 cimfunc.cpp Connecting to :**********@127.0.0.1:" + std::to_string(info.port);
-    EXPECT_THAT(log.Messages(), ElementsAre("4 kalvex_cim.cpp Calling constructor of KalvexCim",
-                                            connecting, "4 cimfunc.cpp connection case is 2",
-                                            "3 cimfunc.cpp Cimserver connection succeeded ",
-                                            connecting, "4 cimfunc.cpp connection case is 2",
-                                            "3 cimfunc.cpp Cimserver connection succeeded ",
-                                            "4 kalvex_cim.cpp Calling destructor of KalvexCim"));
+    EXPECT_THAT(log.Messages(),
+                ElementsAreArray(Joined({{"4 kalvex_cim.cpp Calling constructor of KalvexCim"},
+                                         ConnectionLog(),
+                                         ConnectionLog(),
+                                         {"4 kalvex_cim.cpp Calling destructor of KalvexCim"}})));
 }
 
 TEST_F(WorkerLifecycle, SurvivesAHostThatIsDown) {
     info.port = ClosedPort();
     const KalvexCim worker(info);
     EXPECT_THAT(TakePauses(), ElementsAre(10000, 10000, 10000, 10000, 10000, 10000));
-    EXPECT_THAT(log.Texts(1), ElementsAre(CannotConnect(), CannotConnect()));
+    EXPECT_THAT(log.Messages(),
+                ElementsAreArray(Joined({{"4 kalvex_cim.cpp Calling constructor of KalvexCim"},
+                                         ConnectionAttemptLog(),
+                                         {CannotConnect()},
+                                         ConnectionAttemptLog(),
+                                         {CannotConnect()}})));
 }
 
 TEST_F(WorkerLifecycle, RepairsItsConnectionOnceTheHostIsUp) {
@@ -65,13 +94,14 @@ TEST_F(WorkerLifecycle, RepairsItsConnectionOnceTheHostIsUp) {
 }
 
 TEST_F(WorkerLifecycle, QueriesFailWhenTheConnectionCaseIsNotCim) {
-    info.connection_case = 5;
-    info.port = ClosedPort();
-    KalvexCim worker(info);
-    Zentar::ZentarAgentless::ComputerSystem system;
-    std::vector<Zentar::ZentarAgentless::PhysicalPort> ports;
-    EXPECT_EQ(worker.GetComputerSystem(system), 1);
-    EXPECT_EQ(worker.GetEthernetPorts(ports), 1);
+    Serve(simhost::HostDescription::Builtin(), Http());
+    for (const int connection_case : {1, 5}) {
+        info.connection_case = connection_case;
+        KalvexCim worker(info);
+        EXPECT_THAT(QueryAll(worker), Each(1));
+        EXPECT_FALSE(worker.IsUnSpportedESXIVer());
+    }
+    EXPECT_EQ(Server().counters().connections, 0U);
     EXPECT_THAT(TakePauses(), IsEmpty());
     EXPECT_THAT(log.Texts(1), IsEmpty());
 }
