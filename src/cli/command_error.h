@@ -13,7 +13,8 @@ enum ExitStatus : int {
     kExitNothing = 3,  ///< nothing could be read
 };
 
-/// The text is one line for people: what happened, and what to try. It goes to standard error.
+/// The text is for people: what happened, and what to try. It goes to standard error as one line,
+/// with the control characters of names that it quotes made visible.
 class CommandError : public std::runtime_error {
 public:
     CommandError(ExitStatus status, const std::string& message)

@@ -9,7 +9,6 @@
 #include <sstream>
 
 #include "cli/command_error.h"
-#include "cli/display_text.h"
 
 namespace command {
 
@@ -85,13 +84,13 @@ private:
         io_->run_until(deadline_);
         if (*outcome == asio::error::timed_out && !io_->stopped()) {
             AbandonResolver();
-            Fail("the name \"" + DisplayText(options_.host) + "\" was not resolved within " +
+            Fail("the name \"" + options_.host + "\" was not resolved within " +
                  Seconds(options_.connect_timeout) +
                  "; check the name server, or give the host's address");
         }
         if (*outcome) {
-            Fail("cannot find the host \"" + DisplayText(options_.host) + "\" (" +
-                 outcome->message() + "); check the spelling of --host, or give its address");
+            Fail("cannot find the host \"" + options_.host + "\" (" + outcome->message() +
+                 "); check the spelling of --host, or give its address");
         }
         return *found;
     }
@@ -171,7 +170,7 @@ private:
     }
 
     std::string Place() const {
-        return DisplayText(options_.host) + " port " + std::to_string(options_.PortOrDefault());
+        return options_.host + " port " + std::to_string(options_.PortOrDefault());
     }
 
     [[noreturn]] static void Fail(const std::string& message) { throw UnreachableError(message); }

@@ -29,7 +29,7 @@ constexpr Explanation kServiceFailed{
     "try again, and restart the host's CIM service if it persists"};
 constexpr Explanation kWebServer{
     Cause::kNoCimServer, "something answers there, but it is no CIM server",
-    "check --host and --port (CIM servers listen on 5989 for https, 5988 for http)"};
+    "check --host, --port and --transport (CIM servers listen on 5989 for https, 5988 for http)"};
 constexpr Explanation kClosed{Cause::kUnreachable, "the host closed the connection unanswered",
                               "check that --transport fits the port, then try again"};
 constexpr Explanation kTimeOut{Cause::kUnreachable, "the host did not answer in time",

@@ -4,6 +4,8 @@
 
 #include "cli/command_error.h"
 #include "cli/commands.h"
+#include "cli/display_text.h"
+#include "cli/usage_mistake.h"
 
 namespace {
 
@@ -15,21 +17,15 @@ constexpr const char* kExample =
     "kalvex COMMAND --help tells more about each command.";
 
 int Fail(const std::string& message, int status) {
-    std::cerr << "kalvex: " << message << std::endl;
+    std::cerr << "kalvex: " << DisplayText(message) << std::endl;
     return status;
-}
-
-/// The help of the command that the arguments chose, for a hint.
-std::string HelpCall(const CLI::App& program) {
-    const auto chosen = program.get_subcommands();
-    return "kalvex " + (chosen.empty() ? "" : chosen.front()->get_name() + " ") + "--help";
 }
 
 int FinishParsing(const CLI::App& program, const CLI::ParseError& error) {
     if (error.get_exit_code() == 0) {
         return program.exit(error);
     }
-    return Fail(std::string(error.what()) + "; see " + HelpCall(program), kExitUsage);
+    return Fail(DescribeMistake(program, error), kExitUsage);
 }
 
 /// What was printed may still fail to arrive.

@@ -19,7 +19,7 @@ namespace {
 constexpr const char* kVariable = "KALVEX_PASSWORD";
 
 [[noreturn]] void FailToRead(const std::string& file, const char* problem) {
-    const std::string shown = file == "-" ? "from standard input" : "file " + DisplayText(file);
+    const std::string shown = file == "-" ? "from standard input" : "file " + file;
     throw UsageError("cannot read the password " + shown + ": " + problem +
                      "; give --password-file a file that holds the password alone");
 }

@@ -3,7 +3,6 @@
 #include <system_error>
 
 #include "cli/command_error.h"
-#include "cli/display_text.h"
 #include "simhost/server.h"
 
 namespace command {
@@ -15,7 +14,7 @@ simhost::HostDescription Describe(const std::string& file) {
         return file.empty() ? simhost::HostDescription::Builtin()
                             : simhost::HostDescription::FromFile(file);
     } catch (const simhost::DescriptionError& e) {
-        throw UsageError("cannot use the host description: " + DisplayText(e.what()));
+        throw UsageError("cannot use the host description: " + std::string(e.what()));
     }
 }
 
@@ -31,7 +30,7 @@ std::unique_ptr<simhost::Server> StartSimulatedHost(const std::string& descripti
     try {
         return std::make_unique<simhost::Server>(Describe(description_file), options);
     } catch (const std::system_error& e) {
-        throw UsageError("cannot start the simulated host: " + DisplayText(e.what()) +
+        throw UsageError("cannot start the simulated host: " + std::string(e.what()) +
                          "; choose another --port");
     }
 }

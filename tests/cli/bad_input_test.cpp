@@ -8,11 +8,14 @@ namespace clitest {
 namespace {
 
 namespace Misbehaviours = simhost::Misbehaviours;
+using simhost::Misbehaviour;
 using testing::AllOf;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
 using testing::SizeIs;
+
+using Words = std::vector<std::string>;
 
 constexpr const char* kSshBanner = "SSH-2.0-OpenSSH_9.2p1\r\n";
 
@@ -64,8 +67,10 @@ TEST_F(BadInput, ClosedPortIsReportedAtOnceForEveryAddressOfAName) {
 }
 
 TEST_F(BadInput, UnknownHostNameIsReportedAtOnce) {
-    EXPECT_THAT(Run({"inventory", "--host", "no-such-host.invalid"}),
-                Complains(3, "\"no-such-host.invalid\""));
+    for (const char* command : {"inventory", "supported"}) {
+        EXPECT_THAT(Run({command, "--host", "no-such-host.invalid"}),
+                    Complains(3, "cannot find the host \"no-such-host.invalid\""));
+    }
 }
 
 TEST_F(BadInput, SilentPortIsReportedAfterTheConnectTimeout) {
@@ -83,9 +88,11 @@ TEST_F(BadInput, SshBannerInPlaceOfTlsIsReportedAtOnce) {
 
 TEST_F(BadInput, PlainHttpInPlaceOfTlsPointsToTheTransport) {
     Serve(Http());
-    const Finished finished = Run({"inventory", "--host", "127.0.0.1", "--connect-timeout", "0.2",
-                                   "--port", std::to_string(Server().port())});
-    EXPECT_THAT(finished, Complains(3, "use --transport http"));
+    for (const char* command : {"inventory", "supported"}) {
+        const Finished finished = Run({command, "--host", "127.0.0.1", "--connect-timeout", "0.2",
+                                       "--port", std::to_string(Server().port())});
+        EXPECT_THAT(finished, Complains(3, "use --transport http"));
+    }
 }
 
 TEST_F(BadInput, ConnectionClosedDuringTlsIsReportedAtOnce) {
@@ -108,6 +115,25 @@ TEST_F(BadInput, WrongPasswordIsExplainedOnceForAllSections) {
               "refused the user name or password, or the account lacks the CIM permission (HTTP "
               "Error (401 Unauthorized).); check --user and the password");
     EXPECT_THAT(finished.out + finished.err, Not(HasSubstr("wrong-secret")));
+}
+
+TEST_F(BadInput, WrongPasswordLeavesNothingReadWhicheverSectionIsAskedFor) {
+    Serve(WithAccount(Https()));
+    for (const char* section :
+         {"system", "os", "packages", "events", "privileges", "ports", "ipv4", "ipv6", "pci"}) {
+        const Finished finished = Run({ToHost("inventory", {section, "--user", kUser}),
+                                       {{"KALVEX_PASSWORD", "wrong-secret"}}});
+        EXPECT_EQ(finished.status, 3) << section;
+        const auto lines = Explanations(finished);
+        ASSERT_THAT(lines, SizeIs(1)) << finished.err;
+        EXPECT_THAT(lines[0], testing::StartsWith("kalvex: " + std::string(section) +
+                                                  ": the host refused the user name or password"));
+    }
+}
+
+TEST_F(BadInput, MissingAccountIsRefusedLikeAWrongPassword) {
+    Serve(WithAccount());
+    ExpectNothingRead({"os"}, "refused the user name or password", "check --user");
 }
 
 TEST_F(BadInput, WrongPasswordIsNotOfferedAgainForEverySection) {
@@ -137,7 +163,7 @@ TEST_F(BadInput, HtmlPageIsNoCimServer) {
     Serve();
     Server().Misbehave(Misbehaviours::Raw(
         "HTTP/1.1 200 OK\r\nContent-Type: text/html\r\nContent-Length: 6\r\n\r\n<html>"));
-    ExpectNothingRead({"os"}, "it is no CIM server", "check --host and --port");
+    ExpectNothingRead({"os"}, "it is no CIM server", "check --host, --port and --transport");
 }
 
 TEST_F(BadInput, WebServerThatDoesNotKnowThePathIsNoCimServer) {
@@ -149,15 +175,27 @@ TEST_F(BadInput, WebServerThatDoesNotKnowThePathIsNoCimServer) {
 TEST_F(BadInput, SshBannerInPlaceOfHttpIsNoCimServer) {
     Serve();
     Server().Misbehave(Misbehaviours::Raw(kSshBanner));
-    ExpectNothingRead({"os"}, "it is no CIM server", "check --host and --port");
+    ExpectNothingRead({"os"}, "it is no CIM server", "check --host, --port and --transport");
 }
 
 TEST_F(BadInput, PlainHttpToATlsPortPointsToTheTransport) {
     Serve(Https());
-    const Finished finished = Run({"inventory", "os", "--host", "127.0.0.1", "--transport", "http",
-                                   "--port", std::to_string(Server().port())});
-    EXPECT_EQ(finished.status, 3);
-    ASSERT_THAT(Explanations(finished), SizeIs(1)) << finished.err;
+    const Words by_http{"--host",      "127.0.0.1", "--port", std::to_string(Server().port()),
+                        "--transport", "http"};
+    for (Words arguments : {Words{"inventory", "os"}, Words{"supported"}}) {
+        arguments.insert(arguments.end(), by_http.begin(), by_http.end());
+        const Finished finished = Run(arguments);
+        EXPECT_EQ(finished.status, 3);
+        const auto lines = Explanations(finished);
+        ASSERT_THAT(lines, SizeIs(1)) << finished.err;
+        EXPECT_THAT(lines[0], HasSubstr("check that --transport fits the port"));
+    }
+}
+
+TEST_F(BadInput, TlsAlertInPlaceOfHttpPointsToTheTransport) {
+    Serve();
+    Server().Misbehave(Misbehaviours::Raw({"\x15\x03\x01\0\x02\x02\x16", 7}));
+    ExpectNothingRead({"os"}, "it is no CIM server", "--transport");
 }
 
 TEST_F(BadInput, ReplyCutInHalfIsExplainedWhereverItIsCut) {
@@ -193,6 +231,22 @@ TEST_F(BadInput, WhatWasReadBeforeAFailureIsPrinted) {
     ASSERT_THAT(lines, SizeIs(1)) << finished.err;
     EXPECT_THAT(lines[0], AllOf(testing::StartsWith("kalvex: ports: "),
                                 HasSubstr("VMware_EthernetPort"), HasSubstr("provider")));
+}
+
+TEST_F(BadInput, WhatCameBeforeAndAfterAReplyCutInHalfIsPrinted) {
+    Serve();
+    Misbehaviour cut = Misbehaviours::Truncate(700);
+    cut.only_class = "VMware_EthernetPort";
+    Server().Misbehave(cut);
+    const Finished finished = Inventory();
+    EXPECT_EQ(finished.status, 1);
+    EXPECT_THAT(finished.out, AllOf(HasSubstr("Installed packages (2)"),
+                                    HasSubstr("Ethernet ports\n==============\nCould not be read: "
+                                              "the host's reply was cut off"),
+                                    HasSubstr("System slots (1)")));
+    const auto lines = Explanations(finished);
+    ASSERT_THAT(lines, SizeIs(1)) << finished.err;
+    EXPECT_THAT(lines[0], AllOf(testing::StartsWith("kalvex: ports: "), HasSubstr("try again")));
 }
 
 TEST_F(BadInput, AFailedSectionHasResultOneInJson) {

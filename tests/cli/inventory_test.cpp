@@ -159,6 +159,16 @@ TEST_F(InventoryCommand, LogGoesToStandardErrorAtTheLevelAskedFor) {
     EXPECT_EQ(Inventory({"os"}).err, "");
 }
 
+TEST_F(InventoryCommand, StandardOutputCarriesTheInventoryAloneHoweverMuchIsLogged) {
+    Serve();
+    for (const char* format : {"text", "json"}) {
+        const Finished loud = Inventory({"--format", format, "--log-level", "4"});
+        EXPECT_EQ(loud.status, 0);
+        EXPECT_NE(loud.err, "");
+        EXPECT_EQ(loud.out, Inventory({"--format", format, "--log-level", "0"}).out);
+    }
+}
+
 TEST_F(InventoryCommand, LogGoesToAFileInstead) {
     Serve();
     const Finished finished =

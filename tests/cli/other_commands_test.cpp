@@ -53,8 +53,16 @@ TEST_F(SupportedCommand, HostThatCannotBeAskedIsNeither) {
         {"--log-level", "0", "--user", kUser, "--password-file", WriteFile("password", "wrong")});
     EXPECT_THAT(refused, Complains(3, "supported: the host refused the user name or password"));
     Serve();
-    Server().Misbehave(Misbehaviours::Truncate(700));
-    EXPECT_THAT(Supported({"--log-level", "0"}), Complains(3, "cut off"));
+    const std::pair<simhost::Misbehaviour, const char*> answers[] = {
+        {Misbehaviours::Truncate(700), "cut off"},
+        {Misbehaviours::ContentType("text/html"), "it is no CIM server"},
+        {Misbehaviours::Raw("SSH-2.0-OpenSSH_9.2p1\r\n"), "it is no CIM server"},
+    };
+    for (const auto& [misbehaviour, meaning] : answers) {
+        Server().Behave();
+        Server().Misbehave(misbehaviour);
+        EXPECT_THAT(Supported({"--log-level", "0"}), Complains(3, meaning));
+    }
 }
 
 TEST_F(SupportedCommand, ClosedPortIsReportedAtOnce) {

@@ -26,8 +26,11 @@ constexpr const char* kSectionNames =
     "among system, os, packages, events, privileges, ports, ipv4, ipv6, pci";
 
 const Mistake kMistakes[] = {
-    {"NoCommand", {}, "see kalvex --help"},
-    {"UnknownCommand", {"inventry"}, "see kalvex --help"},
+    {"NoCommand", {}, "no command; choose among inventory, supported, simulate; see kalvex --help"},
+    {"UnknownCommand",
+     {"inventry"},
+     "unknown command \"inventry\"; choose among inventory, supported, simulate"},
+    {"OptionWithoutCommand", {"--host", "x"}, "unknown command \"--host\"; choose among"},
     {"UnknownOption", {"inventory", "--bogus"}, "--bogus; see kalvex inventory --help"},
     {"NoHost", {"inventory"}, "name it with --host HOST, or use --simulated"},
     {"NoHostToSupport", {"supported"}, "name it with --host HOST, or use --simulated"},
@@ -47,7 +50,13 @@ const Mistake kMistakes[] = {
     {"HostWithPort", {"inventory", "--host", "x:5989"}, "give the port with --port"},
     {"HostAndSimulated", {"inventory", "--host", "x", "--simulated"}, "leave out --simulated"},
     {"UserAndSimulated", {"inventory", "--user", "x", "--simulated"}, "leave out --simulated"},
-    {"NoValue", {"inventory", "--host"}, "--host"},
+    {"NoValue", {"inventory", "--host"}, "--host needs a value"},
+    {"OptionTwice", {"inventory", "--host", "x", "--host", "y"}, "--host is given more than once"},
+    {"OptionWithALineBreak", {"inventory", "--x\nkalvex: forged"}, "--x\\nkalvex: forged"},
+    {"SectionWithALineBreak", {"inventory", "x\n\x1B[2J"}, "\"x\\n\\x1B[2J\""},
+    {"LogFileWithALineBreak",
+     {"inventory", "--simulated", "--log-file", "/no/x\ny"},
+     "/no/x\\ny: No such file"},
     {"SimulatePort", {"simulate", "--port", "70000"}, "--port: "},
 };
 
