@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <map>
+#include <string>
+#include <vector>
 
 #include "module/exsi/leading_number.h"
 
@@ -58,60 +60,107 @@ TEST(PciTables, OtherClassCodesHaveNoWord) {
     }
 }
 
-TEST(PciTables, ConnectorTypesAreLookedUpByTheExactText) {
-    ExpectWords(DecodeConnectorType, {{"0", "Reserved"},
-                                      {"3", "ISA"},
-                                      {"7", "PC Card (PCMCIA)"},
-                                      {"14", "PCI - 66MHz Capable"},
-                                      {"20", "M.2 Socket 1-DP (Mechanical Key A)"},
-                                      {"27", "MXM Type III (HE connector)"},
-                                      {"32", "PCI Express Gen 3 SFF-8639"},
-                                      {"33", "PCI Express Mini 52-pin"},
-                                      {"34", "PCI Express Mini 52-pin"},
-                                      {"35", "PCI Express Mini 76-pin"},
-                                      {"160", "PC-98/C20"},
-                                      {"164", "PC-98/Card"},
-                                      {"165", "PCI Express"},
-                                      {"166", "PCI Express x1"},
-                                      {"170", "PCI Express x16"},
-                                      {"171", "PCI Express Gen 2"},
-                                      {"176", "PCI Express Gen 2 x16"},
-                                      {"177", "PCI Express Gen 3"},
-                                      {"182", "PCI Express Gen 3 x16"},
-                                      {"184", "PCI Express Gen 4"},
-                                      {"189", "PCI Express Gen 4 x16"},
-                                      {"190", "PCI Express Gen 5"},
-                                      {"195", "PCI Express Gen 5 x16"},
-                                      {"36", ""},
-                                      {"159", ""},
-                                      {"183", ""},
-                                      {"196", ""},
-                                      {"", ""},
-                                      {" 6", ""},
-                                      {"06", ""},
-                                      {"0xA5", ""},
-                                      {"6 ", ""}});
+/// The words of consecutive codes.
+struct WordRun {
+    int first_code;
+    std::vector<std::string> words;
+};
+
+/// The codes of these runs have their words, and no other code has any.
+void ExpectExactly(std::string (*decode)(const std::string&), const std::vector<WordRun>& runs) {
+    std::map<int, std::string> expected;
+    for (const WordRun& run : runs) {
+        int code = run.first_code;
+        for (const std::string& word : run.words) {
+            expected[code++] = word;
+        }
+    }
+    std::map<int, std::string> decoded;
+    for (int code = 0; code <= 70000; ++code) {
+        if (const std::string word = decode(std::to_string(code)); !word.empty()) {
+            decoded[code] = word;
+        }
+    }
+    EXPECT_EQ(decoded, expected);
 }
 
-TEST(PciTables, SeventyOneConnectorTypesHaveAWord) {
-    int words = 0;
-    for (int code = 0; code < 1000; ++code) {
-        words += DecodeConnectorType(std::to_string(code)).empty() ? 0 : 1;
-    }
-    EXPECT_EQ(words, 71);
+TEST(PciTables, ConnectorTypesHaveTheseWords) {
+    ExpectExactly(DecodeConnectorType,
+                  {{0,
+                    {"Reserved",
+                     "Other",
+                     "Unknown",
+                     "ISA",
+                     "MCA",
+                     "EISA",
+                     "PCI",
+                     "PC Card (PCMCIA)",
+                     "VL-VESA",
+                     "Proprietary",
+                     "Processor Card Slot",
+                     "Proprietary Memory Card Slot",
+                     "I/O Riser Card Slot",
+                     "NuBus",
+                     "PCI - 66MHz Capable",
+                     "AGP",
+                     "AGP 2X",
+                     "AGP 4X",
+                     "PCI-X",
+                     "AGP 8X",
+                     "M.2 Socket 1-DP (Mechanical Key A)",
+                     "M.2 Socket 1-SD (Mechanical Key E)",
+                     "M.2 Socket 2 (Mechanical Key B)",
+                     "M.2 Socket 3 (Mechanical Key M)",
+                     "MXM Type I",
+                     "MXM Type II",
+                     "MXM Type III (standard connector)",
+                     "MXM Type III (HE connector)",
+                     "MXM Type IV",
+                     "MXM 3.0 Type A",
+                     "MXM 3.0 Type B",
+                     "PCI Express Gen 2 SFF-8639",
+                     "PCI Express Gen 3 SFF-8639",
+                     "PCI Express Mini 52-pin",
+                     "PCI Express Mini 52-pin",
+                     "PCI Express Mini 76-pin"}},
+                   {160, {"PC-98/C20", "PC-98/C24", "PC-98/E", "PC-98/Local Bus", "PC-98/Card"}},
+                   {165,
+                    {"PCI Express", "PCI Express x1", "PCI Express x2", "PCI Express x4",
+                     "PCI Express x8", "PCI Express x16"}},
+                   {171,
+                    {"PCI Express Gen 2", "PCI Express Gen 2 x1", "PCI Express Gen 2 x2",
+                     "PCI Express Gen 2 x4", "PCI Express Gen 2 x8", "PCI Express Gen 2 x16"}},
+                   {177,
+                    {"PCI Express Gen 3", "PCI Express Gen 3 x1", "PCI Express Gen 3 x2",
+                     "PCI Express Gen 3 x4", "PCI Express Gen 3 x8", "PCI Express Gen 3 x16"}},
+                   {184,
+                    {"PCI Express Gen 4", "PCI Express Gen 4 x1", "PCI Express Gen 4 x2",
+                     "PCI Express Gen 4 x4", "PCI Express Gen 4 x8", "PCI Express Gen 4 x16"}},
+                   {190,
+                    {"PCI Express Gen 5", "PCI Express Gen 5 x1", "PCI Express Gen 5 x2",
+                     "PCI Express Gen 5 x4", "PCI Express Gen 5 x8", "PCI Express Gen 5 x16"}}});
+}
+
+TEST(PciTables, ConnectorTypesAreLookedUpByTheExactText) {
+    ExpectWords(DecodeConnectorType,
+                {{"", ""}, {" 6", ""}, {"06", ""}, {"+6", ""}, {"0x6", ""}, {"6 ", ""}});
+}
+
+TEST(PciTables, OperationalStatusesHaveTheseWords) {
+    ExpectExactly(DecodeOperationalStatus,
+                  {{0,
+                    {"Unknown", "Other", "OK", "Degraded", "Stressed", "Predictive Failure",
+                     "Error", "Non-Recoverable Error", "Starting", "Stopping", "Stopped",
+                     "In Service", "No Contact", "Lost Communication", "Aborted", "Dormant",
+                     "Supporting Entity in Error", "Completed", "Power Mode"}}});
 }
 
 TEST(PciTables, OperationalStatusesAreLookedUpByTheExactText) {
-    ExpectWords(DecodeOperationalStatus, {{"0", "Unknown"},
-                                          {"2", "OK"},
-                                          {"7", "Non-Recoverable Error"},
-                                          {"16", "Supporting Entity in Error"},
-                                          {"18", "Power Mode"},
-                                          {"..", "DMTF Reserved"},
+    ExpectWords(DecodeOperationalStatus, {{"..", "DMTF Reserved"},
                                           {"0x8000..", "Vendor Reserved"},
-                                          {"19", ""},
-                                          {"32768", ""},
+                                          {"0x8000", ""},
                                           {"2 3", ""},
+                                          {" 2", ""},
                                           {"", ""}});
 }
 
