@@ -96,39 +96,56 @@ std::optional<CIMException> ReadError(XmlReader& xml) {
     return code != 0 ? std::optional(error) : std::nullopt;
 }
 
+/// Steps over the opening IMETHODRESPONSE and returns whether it is this operation's.
 template <class Object>
-Array<Object> ReadReturnValue(XmlReader& xml, const Operation<Object>& operation, bool is_own) {
-    xml.ExpectOpen("IRETURNVALUE");
-    ObjectReader reader(xml);
-    Array<Object> objects;
-    // A reply that calls itself another operation's may only be empty.
-    while (is_own && xml.IsOpen(operation.result_element)) {
-        objects.append((reader.*operation.read)());
-    }
-    xml.ExpectClose("IRETURNVALUE");
-    return objects;
-}
-
-template <class Object>
-Array<Object> ReadReply(std::string_view body, unsigned message_id,
-                        const Operation<Object>& operation) {
-    XmlReader xml(body);
-    ReadMessageHead(xml, message_id);
+bool ReadResponseHead(XmlReader& xml, const Operation<Object>& operation) {
     if (!xml.IsOpen("IMETHODRESPONSE")) {
         xml.FailValidation("Expected open of IMETHODRESPONSE element");
     }
     const String name = String::FromUtf8(Required(xml, "IMETHODRESPONSE", "NAME", "missing"));
-    const bool is_own = String::equalNoCase(name, String(operation.name));
     xml.Advance();
+    return String::equalNoCase(name, String(operation.name));
+}
+
+void ReadClose(XmlReader& xml, const char* element) {
+    xml.Whole([&] { xml.ExpectClose(element); });
+}
+
+template <class Object>
+Array<Object> ReadReturnValue(XmlReader& xml, const Operation<Object>& operation, bool is_own) {
+    ObjectReader reader(xml);
     Array<Object> objects;
-    std::optional<CIMException> error;
-    if (xml.IsOpen("ERROR")) {
-        error = ReadError(xml);
-    } else if (xml.IsOpen("IRETURNVALUE")) {
+    const auto read_next = [&]() -> std::optional<Object> {
+        // A reply that calls itself another operation's may only be empty.
+        if (is_own && xml.IsOpen(operation.result_element)) {
+            return (reader.*operation.read)();
+        }
+        return std::nullopt;
+    };
+    xml.Whole([&] { xml.ExpectOpen("IRETURNVALUE"); });
+    while (auto object = xml.Whole(read_next)) {
+        objects.append(std::move(*object));
+    }
+    ReadClose(xml, "IRETURNVALUE");
+    return objects;
+}
+
+template <class Object>
+Array<Object> ReadReply(const XmlReader::Source& body, unsigned message_id,
+                        const Operation<Object>& operation) {
+    XmlReader xml(body);
+    const bool is_own = xml.Whole([&] {
+        ReadMessageHead(xml, message_id);
+        return ReadResponseHead(xml, operation);
+    });
+    const auto error = xml.Whole(
+        [&] { return xml.IsOpen("ERROR") ? ReadError(xml) : std::optional<CIMException>(); });
+    Array<Object> objects;
+    if (!error && xml.Whole([&] { return xml.IsOpen("IRETURNVALUE"); })) {
         objects = ReadReturnValue(xml, operation, is_own);
     }
     for (const char* element : {"IMETHODRESPONSE", "SIMPLERSP", "MESSAGE", "CIM"}) {
-        xml.ExpectClose(element);
+        ReadClose(xml, element);
     }
     if (error) {
         throw *error;
@@ -138,11 +155,11 @@ Array<Object> ReadReply(std::string_view body, unsigned message_id,
 
 }  // namespace
 
-Array<CIMInstance> ReadInstances(std::string_view body, unsigned message_id) {
+Array<CIMInstance> ReadInstances(const XmlReader::Source& body, unsigned message_id) {
     return ReadReply(body, message_id, kEnumerateInstances);
 }
 
-Array<CIMObject> ReadObjects(std::string_view body, unsigned message_id) {
+Array<CIMObject> ReadObjects(const XmlReader::Source& body, unsigned message_id) {
     return ReadReply(body, message_id, kAssociators);
 }
 

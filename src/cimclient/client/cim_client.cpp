@@ -22,16 +22,18 @@ Uint32 NextMessageId() {
 }
 
 /// Sends a request and hands the reply's body to its reader.
-template <class Request, class Read>
-auto Perform(cimclient::Session& session, const char* method, const Request& request, Read read) {
+template <class Request, class Objects>
+Objects Perform(cimclient::Session& session, const char* method, const Request& request,
+                Objects (*read)(const cimclient::XmlReader::Source&, unsigned)) {
     if (request.name_space.isNull()) {
         throw InvalidNamespaceNameException(String());
     }
     const Uint32 id = NextMessageId();
-    const cimclient::ByteBuffer body =
-        session.Exchange({method, std::string(request.name_space.getString().utf8()),
-                          cimclient::WriteRequest(request, id)});
-    return read(body.View(), id);
+    Objects objects;
+    session.Exchange({method, std::string(request.name_space.getString().utf8()),
+                      cimclient::WriteRequest(request, id)},
+                     [&](const cimclient::Session::BodySource& body) { objects = read(body, id); });
+    return objects;
 }
 
 }  // namespace

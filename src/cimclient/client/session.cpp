@@ -1,5 +1,7 @@
 #include "client/session.h"
 
+#include <exception>
+
 #include "Pegasus/Client/CIMClientException.h"
 #include "client/reply_checks.h"
 #include "http/reply_reader.h"
@@ -78,7 +80,13 @@ void Session::Reopen() {
     Open();
 }
 
-ByteBuffer Session::Exchange(const Operation& operation) {
+/// A reply, and what reading its body threw.
+struct Session::Answer {
+    HttpReply reply;
+    std::exception_ptr failure;
+};
+
+void Session::Exchange(const Operation& operation, const BodyReader& read_body) {
     if (!is_open_) {
         throw Pegasus::NotConnectedException();
     }
@@ -86,50 +94,54 @@ ByteBuffer Session::Exchange(const Operation& operation) {
         Reopen();
     }
     Deadline deadline = FromNow();
-    HttpReply reply = SendUntilAnswered(operation, deadline);
-    if (reply.status == 401 && !challenged_ && IsBasicChallenge(reply)) {
+    Answer answer = SendUntilAnswered(operation, read_body, deadline);
+    if (answer.reply.status == 401 && !challenged_ && IsBasicChallenge(answer.reply)) {
         challenged_ = true;
         if (!connection_) {
             Reopen();
             deadline = FromNow();
         }
-        reply = SendUntilAnswered(operation, deadline);
+        answer = SendUntilAnswered(operation, read_body, deadline);
     }
-    CheckStatus(reply);
-    CheckHeaders(reply);
-    CheckTrailers(reply);
-    return std::move(reply.body);
+    CheckStatus(answer.reply);
+    CheckHeaders(answer.reply);
+    CheckTrailers(answer.reply);
+    if (answer.failure) {
+        std::rethrow_exception(answer.failure);
+    }
 }
 
 /// Sends the operation, once more when a connection that had been used before turns out to be dead
 /// and not one byte of an answer has arrived: reading twice changes nothing on the host.
-HttpReply Session::SendUntilAnswered(const Operation& operation, Deadline& deadline) {
+Session::Answer Session::SendUntilAnswered(const Operation& operation, const BodyReader& read_body,
+                                           Deadline& deadline) {
     const bool may_send_again = connection_used_;
-    if (auto reply = SendOnce(operation, deadline)) {
-        return std::move(*reply);
+    if (auto answer = SendOnce(operation, read_body, deadline)) {
+        return std::move(*answer);
     }
     if (may_send_again) {
         Reopen();
         deadline = FromNow();
-        if (auto reply = SendOnce(operation, deadline)) {
-            return std::move(*reply);
+        if (auto answer = SendOnce(operation, read_body, deadline)) {
+            return std::move(*answer);
         }
     }
     throw Pegasus::CIMClientMalformedHTTPException("Connection closed by CIM Server.");
 }
 
 /// Nothing when the connection ended before any answer.
-std::optional<HttpReply> Session::SendOnce(const Operation& operation, Deadline deadline) {
+std::optional<Session::Answer> Session::SendOnce(const Operation& operation,
+                                                 const BodyReader& read_body, Deadline deadline) {
     connection_used_ = true;
     ReplyReader reader([this, deadline] { return connection_->Read(deadline); });
     try {
         // A server may answer and close before it has taken the whole request.
         Send(operation, deadline);
-        HttpReply reply = Receive(reader);
-        if (!reply.keeps_alive) {
+        Answer answer = Receive(reader, read_body);
+        if (!answer.reply.keeps_alive) {
             connection_.reset();
         }
-        return reply;
+        return answer;
     } catch (const TimedOut&) {
         connection_.reset();
         throw Pegasus::ConnectionTimeoutException();
@@ -152,21 +164,50 @@ bool Session::Send(const Operation& operation, Deadline deadline) {
     return sent;
 }
 
+namespace {
+
 /// Another status than 200 is the result, whether or not its body can be read.
-HttpReply Session::Receive(ReplyReader& reader) {
-    HttpReply reply = reader.ReadHead();
-    if (reply.status == 200) {
-        reader.ReadBody(reply);
-        return reply;
-    }
+void SkipBody(ReplyReader& reader, HttpReply& reply) {
     try {
-        reader.ReadBody(reply);
+        reader.BeginBody(reply);
+        while (!reader.NextPart(reply).empty()) {
+        }
     } catch (const TimedOut&) {
         reply.keeps_alive = false;
     } catch (const Pegasus::Exception&) {
         reply.keeps_alive = false;
     }
-    return reply;
+}
+
+}  // namespace
+
+/// What `read_body` throws by itself is kept for later; failures of the connection are thrown on.
+Session::Answer Session::Receive(ReplyReader& reader, const BodyReader& read_body) {
+    Answer answer{reader.ReadHead(), nullptr};
+    if (answer.reply.status != 200) {
+        SkipBody(reader, answer.reply);
+        return answer;
+    }
+    reader.BeginBody(answer.reply);
+    bool broken = false;
+    const BodySource next = [&] {
+        broken = true;
+        const std::string_view part = reader.NextPart(answer.reply);
+        broken = false;
+        return part;
+    };
+    try {
+        read_body(next);
+    } catch (...) {
+        if (broken) {
+            throw;
+        }
+        answer.failure = std::current_exception();
+    }
+    while (!next().empty()) {
+        // The rest is of no interest, but the next reply comes after it.
+    }
+    return answer;
 }
 
 }  // namespace cimclient

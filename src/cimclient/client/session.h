@@ -1,6 +1,7 @@
 // The exchanges of one CIMClient with its server: connecting, authentication, and sending again.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -30,18 +31,26 @@ public:
                  const Pegasus::String& user, const Pegasus::String& password);
     void Disconnect();
 
-    /// Sends the operation and returns the body of the reply, whose head and trailers are in order.
+    /// Gives the next bytes of a reply's body, and an empty view at its end.
+    using BodySource = std::function<std::string_view()>;
+    using BodyReader = std::function<void(const BodySource&)>;
+
+    /// Sends the operation and has `read_body` read the reply's body while it arrives. What that
+    /// throws is thrown on once the whole reply has come and its head and trailers are in order.
     /// Connects again by itself when the server has closed the connection.
-    ByteBuffer Exchange(const Operation& operation);
+    void Exchange(const Operation& operation, const BodyReader& read_body);
 
 private:
     Deadline FromNow() const { return std::chrono::steady_clock::now() + timeout_; }
     void Open();
     void Reopen();
-    HttpReply SendUntilAnswered(const Operation& operation, Deadline& deadline);
-    std::optional<HttpReply> SendOnce(const Operation& operation, Deadline deadline);
+    struct Answer;
+    Answer SendUntilAnswered(const Operation& operation, const BodyReader& read_body,
+                             Deadline& deadline);
+    std::optional<Answer> SendOnce(const Operation& operation, const BodyReader& read_body,
+                                   Deadline deadline);
     bool Send(const Operation& operation, Deadline deadline);
-    HttpReply Receive(class ReplyReader& reader);
+    static Answer Receive(class ReplyReader& reader, const BodyReader& read_body);
 
     std::chrono::milliseconds timeout_{20000};
     std::string host_;

@@ -6,8 +6,6 @@
 #include <utility>
 #include <vector>
 
-#include "http/byte_buffer.h"
-
 namespace cimclient {
 
 /// Header lines in order; names compare without regard to case.
@@ -29,7 +27,6 @@ struct HttpReply {
     std::string reason;
     HeaderFields headers;
     HeaderFields trailers;
-    ByteBuffer body;
     /// The connection can carry another request.
     bool keeps_alive = true;
 };

@@ -149,57 +149,53 @@ HttpReply ReplyReader::ReadHead() {
     }
 }
 
-void ReplyReader::ReadBody(HttpReply& reply) {
+void ReplyReader::BeginBody(const HttpReply& reply) {
     const std::string* encoding = reply.headers.Find("Transfer-Encoding");
     if (encoding != nullptr && *encoding != "chunked") {
         FailFraming(501, "Not Implemented", "unimplemented transfer-encoding value");
     }
     if (encoding != nullptr) {
-        ReadChunks(reply);
+        framing_ = Framing::kChunks;
     } else if (const auto length = ContentLength(reply.headers)) {
         if (*length > kMaxReplyBytes) {
             FailTooLarge();
         }
-        TakeInto(reply.body, *length);
+        framing_ = Framing::kLength;
+        remaining_ = *length;
     } else if (reply.status == 200) {
-        TakeRest(reply.body);
+        framing_ = Framing::kToEnd;
+        remaining_ = kMaxReplyBytes;
+    }
+}
+
+std::string_view ReplyReader::NextPart(HttpReply& reply) {
+    if (remaining_ == 0 && framing_ == Framing::kChunks) {
+        BeginChunk(reply);
+    }
+    std::string_view part;
+    if (remaining_ > 0 && More()) {
+        part = unread_.substr(0, remaining_);
+        unread_.remove_prefix(part.size());
+        remaining_ -= part.size();
     }
     reply.keeps_alive = reply.keeps_alive && !at_end_;
+    return part;
 }
 
-/// False when the stream ended before.
-bool ReplyReader::TakeInto(ByteBuffer& body, std::size_t count) {
-    while (count > 0 && More()) {
-        const std::string_view part = unread_.substr(0, count);
-        body.Append(part);
-        count -= part.size();
-        unread_.remove_prefix(part.size());
-    }
-    return count == 0;
-}
-
-void ReplyReader::TakeRest(ByteBuffer& body) {
-    while (More()) {
-        body.Append(unread_);
-        unread_ = {};
-    }
-}
-
-void ReplyReader::ReadChunks(HttpReply& reply) {
+/// Without the last chunk the body may still be whole: a stream that ends early ends the body.
+void ReplyReader::BeginChunk(HttpReply& reply) {
     std::string line;
-    while (true) {
-        std::size_t budget = kMaxHeadBytes;
-        if (!ReadLine(line, budget)) {
-            return;  // without the last chunk the body may still be whole
-        }
-        const std::size_t size = ChunkSize(line);
-        if (size == 0) {
-            ReadFields(reply.trailers, budget);
-            return;
-        }
-        if (!TakeInto(reply.body, size) || !ReadLine(line, budget)) {
-            return;
-        }
+    std::size_t budget = kMaxHeadBytes;
+    const bool goes_on = !in_chunk_ || ReadLine(line, budget);  // the line end after a chunk
+    if (!goes_on || !ReadLine(line, budget)) {
+        framing_ = Framing::kNone;
+        return;
+    }
+    in_chunk_ = true;
+    remaining_ = ChunkSize(line);
+    if (remaining_ == 0) {
+        framing_ = Framing::kNone;
+        ReadFields(reply.trailers, budget);
     }
 }
 

@@ -22,8 +22,11 @@ public:
 
     /// Reads status line and headers, past interim (1xx) replies.
     HttpReply ReadHead();
-    /// Reads what belongs to the reply after its head.
-    void ReadBody(HttpReply& reply);
+    /// Finds out how the body is framed.
+    void BeginBody(const HttpReply& reply);
+    /// The next bytes of the body, valid until the next call; empty at its end, when the reply has
+    /// its trailers.
+    std::string_view NextPart(HttpReply& reply);
 
     /// Whether anything at all has arrived.
     bool HasBegun() const { return has_begun_; }
@@ -33,15 +36,18 @@ private:
     bool ReadLine(std::string& line, std::size_t& budget);
     void ReadFields(HeaderFields& fields, std::size_t& budget);
     void ReadStatusLine(HttpReply& reply, std::size_t& budget);
-    bool TakeInto(ByteBuffer& body, std::size_t count);
-    void TakeRest(ByteBuffer& body);
-    void ReadChunks(HttpReply& reply);
+    void BeginChunk(HttpReply& reply);
+
+    enum class Framing { kNone, kLength, kChunks, kToEnd };
 
     Source source_;
     std::string_view unread_;
     std::size_t total_ = 0;
     bool has_begun_ = false;
     bool at_end_ = false;
+    Framing framing_ = Framing::kNone;
+    std::size_t remaining_ = 0;  ///< of the body, or of the chunk
+    bool in_chunk_ = false;      ///< a chunk has been read, whose line end is still to come
 };
 
 }  // namespace cimclient

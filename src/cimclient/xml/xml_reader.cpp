@@ -15,6 +15,7 @@ namespace cimclient {
 namespace {
 
 constexpr std::size_t kNone = std::string_view::npos;
+constexpr std::string_view kCDataStart = "<![CDATA[";
 
 enum CharClass : unsigned char {
     kSpaceChar = 1,
@@ -73,6 +74,20 @@ bool IsPlain(std::string_view text) {
                         [](char c) { return c == '&' || static_cast<unsigned char>(c) >= 0x80; });
 }
 
+std::size_t CountLines(std::string_view text) {
+    std::size_t lines = 0;
+    // Blocks of a fixed size are what the compiler makes good code of.
+    constexpr std::size_t kBlock = 128;
+    for (; text.size() >= kBlock; text.remove_prefix(kBlock)) {
+        unsigned char in_block = 0;
+        for (std::size_t i = 0; i < kBlock; ++i) {
+            in_block = static_cast<unsigned char>(in_block + (text[i] == '\n'));
+        }
+        lines += in_block;
+    }
+    return lines + static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
+}
+
 /// Runs of literal white space count as one blank in an attribute.
 std::string Collapsed(std::string_view text) {
     std::string collapsed;
@@ -93,11 +108,78 @@ std::string Collapsed(std::string_view text) {
 
 }  // namespace
 
-XmlReader::XmlReader(std::string_view text) : text_(text) { open_elements_.reserve(kMaxXmlDepth); }
+void XmlReader::Rewind(const Place& place) {
+    has_token_ = false;
+    at_ = place.at;
+    depth_ = place.depth;
+    close_pending_ = place.close_pending;
+}
+
+/// Goes back to before the current token. The name of an element that it closed is still there.
+void XmlReader::Unread() {
+    if (!has_token_) {
+        return;
+    }
+    has_token_ = false;
+    at_ = token_at_;
+    if (token_.kind == XmlToken::kOpen) {
+        --depth_;
+        close_pending_ = false;
+    } else if (token_.kind == XmlToken::kClose) {
+        ++depth_;
+        close_pending_ = token_was_pending_;
+    }
+}
+
+/// Drops what has been read.
+void XmlReader::Forget() {
+    lines_forgotten_ += CountLines(text_.substr(0, at_));
+    window_.RemovePrefix(at_);
+    text_ = window_.View();
+    at_ = 0;
+}
+
+void XmlReader::KeepOpenNames() {
+    kept_names_.resize(std::max(kept_names_.size(), depth_));
+    for (std::size_t i = 0; i < depth_; ++i) {
+        if (open_elements_[i].data() != kept_names_[i].data()) {
+            kept_names_[i] = open_elements_[i];
+            open_elements_[i] = kept_names_[i];
+        }
+    }
+}
+
+/// Waits for as much again as there is, so that reading a large element again and again takes no
+/// more than twice the time.
+void XmlReader::FetchMore() {
+    KeepOpenNames();
+    Forget();
+    const std::size_t wanted = 2 * text_.size();
+    do {
+        const std::string_view part = source_();
+        is_complete_ = part.empty();
+        window_.Append(part);
+        text_ = window_.View();
+    } while (!is_complete_ && text_.size() < wanted);
+}
+
+void XmlReader::RequireComplete() const {
+    if (!is_complete_) {
+        throw NeedsMore();
+    }
+}
+
+void XmlReader::PushOpen(std::string_view name) {
+    if (depth_ == kMaxXmlDepth) {
+        FailForm("Elements are nested too deep");
+    }
+    open_elements_[depth_++] = name;
+}
 
 void XmlReader::RequireDeclaration() {
     SkipSpace();
     if (!StartsWith("<?xml") || text_.find("?>", at_) == kNone) {
+        RequireComplete();
         at_ = 0;
         FailValidation("Expected <?xml ... ?> style declaration");
     }
@@ -186,13 +268,15 @@ std::string_view XmlReader::ReadText() {
 }
 
 void XmlReader::Read() {
+    token_at_ = at_;
+    token_was_pending_ = close_pending_;
     if (!close_pending_) {
         ReadToken();
         return;
     }
     close_pending_ = false;
     token_.kind = XmlToken::kClose;
-    open_elements_.pop_back();
+    --depth_;
 }
 
 void XmlReader::ReadToken() {
@@ -200,7 +284,7 @@ void XmlReader::ReadToken() {
         const std::size_t begin = at_;
         SkipSpace();
         if (at_ == text_.size()) {
-            if (!open_elements_.empty()) {
+            if (depth_ > 0) {
                 FailForm("One or more tags are still open");
             }
             token_.kind = XmlToken::kEnd;
@@ -208,6 +292,9 @@ void XmlReader::ReadToken() {
         }
         if (text_[at_] != '<') {
             return ReadText(begin);
+        }
+        if (text_.size() - at_ < kCDataStart.size()) {
+            RequireComplete();
         }
         switch (CharAt(at_ + 1)) {
             case '/':
@@ -228,6 +315,9 @@ void XmlReader::ReadToken() {
 
 void XmlReader::ReadText(std::size_t begin) {
     const std::size_t end = text_.find('<', at_);
+    if (end == kNone) [[unlikely]] {
+        RequireComplete();
+    }
     at_ = end == kNone ? text_.size() : end;
     token_.kind = XmlToken::kText;
     token_.raw_text = Trimmed(text_.substr(begin, at_ - begin));
@@ -235,16 +325,15 @@ void XmlReader::ReadText(std::size_t begin) {
 
 /// What begins with "<!": false when it was a comment, which gives no token.
 bool XmlReader::ReadDeclaration() {
-    constexpr std::string_view kCData = "<![CDATA[";
     if (StartsWith("<!--")) {
         SkipPast("-->");
         return false;
     }
-    if (!StartsWith(kCData)) {
+    if (!StartsWith(kCDataStart)) {
         ++at_;
         FailValidation("Expected open of CIM element");
     }
-    at_ += kCData.size();
+    at_ += kCDataStart.size();
     const std::size_t begin = at_;
     SkipPast("]]>");
     token_.kind = XmlToken::kCData;
@@ -258,10 +347,7 @@ void XmlReader::ReadOpen() {
     if (token_.name.empty()) {
         FailForm("Bad opening element");
     }
-    if (open_elements_.size() == kMaxXmlDepth) {
-        FailForm("Elements are nested too deep");
-    }
-    open_elements_.push_back(token_.name);
+    PushOpen(token_.name);
     ReadAttributes();
     token_.kind = XmlToken::kOpen;
 }
@@ -273,6 +359,9 @@ void XmlReader::ReadAttributes() {
         if (CharAt(at_) == '>') {
             ++at_;
             return;
+        }
+        if (at_ + 1 == text_.size()) {
+            RequireComplete();
         }
         if (StartsWith("/>")) {
             at_ += 2;
@@ -304,6 +393,7 @@ void XmlReader::ReadAttribute() {
     const std::string_view value = text_.substr(at_, end - at_);
     at_ = end;
     if (end == text_.size()) {
+        RequireComplete();
         FailForm("Bad attribute value");
     }
     token_.attributes.push_back({name, value, (classes & kNeedsDecoding) == 0});
@@ -312,10 +402,10 @@ void XmlReader::ReadAttribute() {
 
 /// The usual closing element: that of the innermost open one, without white space.
 bool XmlReader::TakeExpectedClose() {
-    if (open_elements_.empty()) {
+    if (depth_ == 0) {
         return false;
     }
-    const std::string_view name = open_elements_.back();
+    const std::string_view name = InnermostOpen();
     const std::size_t end = at_ + 2 + name.size();
     if (CharAt(end) != '>' || text_.compare(at_ + 2, name.size(), name) != 0) {
         return false;
@@ -323,7 +413,7 @@ bool XmlReader::TakeExpectedClose() {
     at_ = end + 1;
     token_.kind = XmlToken::kClose;
     token_.name = name;
-    open_elements_.pop_back();
+    --depth_;
     return true;
 }
 
@@ -338,10 +428,10 @@ void XmlReader::ReadClose() {
         FailForm("Bad closing element");
     }
     ++at_;
-    if (open_elements_.empty() || open_elements_.back() != name) {
+    if (depth_ == 0 || InnermostOpen() != name) {
         FailForm("Closing element does not match opening element");
     }
-    open_elements_.pop_back();
+    --depth_;
     token_.kind = XmlToken::kClose;
     token_.name = name;
 }
@@ -349,6 +439,7 @@ void XmlReader::ReadClose() {
 void XmlReader::SkipPast(std::string_view end) {
     const std::size_t found = text_.find(end, at_);
     if (found == kNone) {
+        RequireComplete();
         at_ = text_.size();
         FailForm("One or more tags are still open");
     }
@@ -359,6 +450,9 @@ void XmlReader::SkipSpace() {
     std::size_t at = at_;
     while (at < text_.size() && Is(kSpaceChar, text_[at])) {
         ++at;
+    }
+    if (at == text_.size()) [[unlikely]] {
+        RequireComplete();
     }
     at_ = at;
 }
@@ -372,14 +466,16 @@ std::string_view XmlReader::TakeName() {
             ++end;
         } while (end != text_end && Is(kContinuesName, *end));
     }
+    if (end == text_end) [[unlikely]] {
+        RequireComplete();
+    }
     const auto length = static_cast<std::size_t>(end - begin);
     at_ += length;
     return {begin, length};
 }
 
 std::string XmlReader::OnLine() const {
-    const std::string_view read = text_.substr(0, at_);
-    return ": on line " + std::to_string(1 + std::count(read.begin(), read.end(), '\n'));
+    return ": on line " + std::to_string(1 + lines_forgotten_ + CountLines(text_.substr(0, at_)));
 }
 
 void XmlReader::FailForm(const char* what) const { Throw(what + OnLine()); }

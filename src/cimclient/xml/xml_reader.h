@@ -2,15 +2,23 @@
 //
 // It differs from a general parser where servers do: raw control characters and bytes that are not
 // UTF-8 pass, and white space written as a reference is told from literal white space. There are no
-// entities but the five predefined ones and no DOCTYPE. Memory and time grow with the text alone.
+// entities but the five predefined ones and no DOCTYPE.
+//
+// A text may be read while it arrives: what has been read is forgotten, so that memory is needed
+// for the part at hand only.
 #pragma once
 
+#include <array>
 #include <cstring>
 #include <deque>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "byte_buffer.h"
+#include "reply_limits.h"
 
 namespace cimclient {
 
@@ -40,8 +48,31 @@ bool Is(std::string_view text, const char (&literal)[Size]) {
 /// formed throws CIMClientXmlException, with the line.
 class XmlReader {
 public:
+    /// Gives the next bytes of a text, and an empty view at its end.
+    using Source = std::function<std::string_view()>;
+
     /// The text must outlive the reader and all views that it gave.
-    explicit XmlReader(std::string_view text);
+    explicit XmlReader(std::string_view text) : text_(text), is_complete_(true) {}
+    /// Everything is to be read within Whole.
+    explicit XmlReader(Source source) : source_(std::move(source)) {}
+    XmlReader(const XmlReader&) = delete;
+    XmlReader& operator=(const XmlReader&) = delete;
+
+    /// Calls `read`, from the same place again whenever the text that has arrived ends before it is
+    /// done. Views given before are no longer valid.
+    template <class Read>
+    auto Whole(Read read) -> decltype(read()) {
+        Place place = Begin();
+        while (true) {
+            try {
+                return read();
+            } catch (const NeedsMore&) {
+                Rewind(place);
+                FetchMore();
+                place.at = at_;
+            }
+        }
+    }
 
     /// The text must begin with an XML declaration.
     void RequireDeclaration();
@@ -101,6 +132,28 @@ public:
     [[noreturn]] void FailSemantic(const std::string& what) const;
 
 private:
+    /// Thrown where the text that has arrived ends.
+    struct NeedsMore {};
+    struct Place {
+        std::size_t at;
+        std::size_t depth;
+        bool close_pending;
+    };
+
+    Place Begin() {
+        Unread();
+        return {at_, depth_, close_pending_};
+    }
+    void Rewind(const Place& place);
+    void Unread();
+    void Forget();
+    void KeepOpenNames();
+    void FetchMore();
+    /// Called where the text ends.
+    void RequireComplete() const;
+    void PushOpen(std::string_view name);
+    std::string_view InnermostOpen() const { return open_elements_[depth_ - 1]; }
+
     void Read();
     void ReadToken();
     void ReadText(std::size_t begin);
@@ -123,12 +176,21 @@ private:
     [[noreturn]] void FailForm(const char* what) const;
     std::string OnLine() const;
 
+    Source source_;
+    ByteBuffer window_;  ///< what of a text that arrives is at hand
     std::string_view text_;
+    bool is_complete_ = false;
+    std::size_t lines_forgotten_ = 0;
+
     std::size_t at_ = 0;
     XmlToken token_;
     bool has_token_ = false;
+    std::size_t token_at_ = 0;
+    bool token_was_pending_ = false;
     bool close_pending_ = false;  ///< the empty element just opened is to be closed
-    std::vector<std::string_view> open_elements_;
+    std::array<std::string_view, kMaxXmlDepth> open_elements_;
+    std::size_t depth_ = 0;
+    std::deque<std::string> kept_names_;  ///< of open elements whose text is forgotten
     std::string attribute_value_;
     std::deque<std::string> decoded_texts_;
 };

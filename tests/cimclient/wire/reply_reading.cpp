@@ -20,12 +20,34 @@ std::string Addressed(std::string body) {
                                    : body.replace(at, place.size(), std::to_string(kMessageId));
 }
 
-Array<CIMInstance> Instances(const std::string& body) {
-    return cimclient::ReadInstances(Addressed(body), kMessageId);
+/// The body as it arrives in parts of this many bytes. Each part is gone with the next one.
+cimclient::XmlReader::Source InParts(std::string body, std::size_t size) {
+    return [body = std::move(body), size, at = std::size_t{0}, part = std::string()]() mutable {
+        part = body.substr(at, size);
+        at += part.size();
+        return std::string_view(part);
+    };
 }
 
-Array<CIMObject> Objects(const std::string& content) {
-    return cimclient::ReadObjects(Addressed(BodyReturning(content, "Associators")), kMessageId);
+constexpr std::size_t kWhole = std::string::npos;
+
+Array<CIMInstance> Instances(const std::string& body, std::size_t part = kWhole) {
+    return cimclient::ReadInstances(InParts(Addressed(body), part), kMessageId);
+}
+
+Array<CIMObject> Objects(const std::string& content, std::size_t part = kWhole) {
+    return cimclient::ReadObjects(InParts(Addressed(BodyReturning(content, "Associators")), part),
+                                  kMessageId);
+}
+
+/// The outcome of reading the whole at once, which must not depend on the parts that arrive.
+template <class Read>
+std::string OutcomeHoweverItArrives(Read read) {
+    std::string outcome = OutcomeOf([&] { return read(kWhole); });
+    for (const std::size_t part : {std::size_t{1}, std::size_t{7}, std::size_t{64}}) {
+        EXPECT_EQ(OutcomeOf([&] { return read(part); }), outcome) << "in parts of " << part;
+    }
+    return outcome;
 }
 
 template <class Object>
@@ -39,13 +61,13 @@ Object Only(const Array<Object>& objects) {
 }  // namespace
 
 std::string OutcomeOfBody(const std::string& body) {
-    return OutcomeOf([&] { return Instances(body); });
+    return OutcomeHoweverItArrives([&](std::size_t part) { return Instances(body, part); });
 }
 
 std::string OutcomeOfContent(const std::string& content) { return OutcomeOfBody(Body(content)); }
 
 std::string OutcomeOfAssociators(const std::string& content) {
-    return OutcomeOf([&] { return Objects(content); });
+    return OutcomeHoweverItArrives([&](std::size_t part) { return Objects(content, part); });
 }
 
 CIMException ErrorOf(const std::string& content) {

@@ -1,4 +1,4 @@
-// A reply's body while it arrives.
+// Bytes that come and go.
 #pragma once
 
 #include <cstdlib>
@@ -9,8 +9,8 @@
 
 namespace cimclient {
 
-/// Bytes that grow at the end. A large buffer grows by remapping its pages, so that neither time
-/// nor memory is spent on a second copy.
+/// Bytes that are added at the end and taken away at the front. A large buffer grows by remapping
+/// its pages, so that neither time nor memory is spent on a second copy.
 class ByteBuffer {
 public:
     void Append(std::string_view part) {
@@ -19,6 +19,10 @@ public:
         }
         std::memcpy(bytes_.get() + size_, part.data(), part.size());
         size_ += part.size();
+    }
+    void RemovePrefix(std::size_t count) {
+        size_ -= count;
+        std::memmove(bytes_.get(), bytes_.get() + count, size_);
     }
     std::string_view View() const { return {bytes_.get(), size_}; }
 
