@@ -17,6 +17,9 @@ struct Measurement {
 };
 
 std::vector<Measurement> DecodeMeasurements();
+std::vector<Measurement> ModuleMeasurements();
+std::vector<Measurement> LinkMeasurements();
+std::vector<Measurement> ThreadMeasurements();
 
 /// Reports `seconds()` as the time of each iteration, and the least as the counter "seconds".
 template <class Work>

@@ -8,17 +8,13 @@ namespace bench {
 
 namespace {
 
-ServerProcess Packages(std::size_t instances) {
-    return ServerProcess([=] { return MakeReplayServer(PackagesReply(instances)); });
-}
-
 /// The first replies that a process reads are small: what it does once only, such as binding
 /// symbols, is not measured.
 constexpr std::size_t kFirstInstances = 10;
 
 void Decode(benchmark::State& state, std::size_t instances) {
-    const ServerProcess first_server = Packages(kFirstInstances);
-    const ServerProcess server = Packages(instances);
+    const ServerProcess first_server = PackagesServer(kFirstInstances);
+    const ServerProcess server = PackagesServer(instances);
     TimeEach(state, [&] {
         return InFreshProcess([&] {
             DecodeWork(first_server.port()).Run(kFirstInstances);
@@ -39,7 +35,7 @@ void Parse(benchmark::State& state, std::size_t instances) {
 }
 
 void DecodeMemory(benchmark::State& state, std::size_t instances) {
-    const ServerProcess server = Packages(instances);
+    const ServerProcess server = PackagesServer(instances);
     const auto reply_bytes = static_cast<double>(PackagesReply(instances).WithId("1001").size());
     double growth = 0;
     for ([[maybe_unused]] auto _ : state) {

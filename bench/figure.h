@@ -25,4 +25,13 @@ struct Figure {
 
 const std::vector<Figure>& Figures();
 
+/// What is worth knowing beside the figures, read off a benchmark's counter.
+struct Note {
+    const char* meaning;
+    const char* benchmark;
+    const char* counter;
+};
+
+const std::vector<Note>& Notes();
+
 }  // namespace bench

@@ -70,9 +70,12 @@ Readings Measure(const std::vector<Figure>& figures) {
     for (const Figure& figure : figures) {
         names.insert(figure.benchmarks.begin(), figure.benchmarks.end());
     }
-    for (const Measurement& measurement : DecodeMeasurements()) {
-        if (names.contains(measurement.name)) {
-            Register(measurement);
+    for (const auto& measurements :
+         {DecodeMeasurements(), ModuleMeasurements(), LinkMeasurements(), ThreadMeasurements()}) {
+        for (const Measurement& measurement : measurements) {
+            if (names.contains(measurement.name)) {
+                Register(measurement);
+            }
         }
     }
     // What disturbs the machine for a while then falls on a measurement and its yardstick alike.
@@ -98,13 +101,18 @@ void Report(const std::vector<Figure>& figures, const Readings& readings,
                     figure.IsMetBy(value) ? " " : "!", figure.meaning);
         json[figure.name] = value;
     }
+    for (const Note& note : Notes()) {
+        if (const auto found = readings.find(note.benchmark); found != readings.end()) {
+            std::printf("%-20s %9.3f  %s\n", "", found->second.at(note.counter), note.meaning);
+        }
+    }
     if (!json_file.empty()) {
         std::ofstream(json_file) << json.dump(2) << '\n';
     }
 }
 
 void RunPlainly(std::size_t instances, int times) {
-    const ServerProcess server([=] { return MakeReplayServer(PackagesReply(instances)); });
+    const ServerProcess server = PackagesServer(instances);
     DecodeWork work(server.port());
     for (int i = 0; i < times; ++i) {
         std::printf("%.6f s\n", work.Run(instances));

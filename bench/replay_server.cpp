@@ -1,22 +1,26 @@
 #include "replay_server.h"
 
-#include <arpa/inet.h>
-#include <netinet/in.h>
-#include <netinet/tcp.h>
-#include <sys/socket.h>
-#include <unistd.h>
-
+#include <array>
 #include <atomic>
+#include <boost/asio/buffer.hpp>
+#include <boost/asio/io_context.hpp>
+#include <boost/asio/ip/tcp.hpp>
+#include <boost/asio/read_until.hpp>
+#include <boost/asio/write.hpp>
 #include <cstdio>
-#include <stdexcept>
+#include <memory>
 #include <string_view>
 #include <thread>
 #include <utility>
-#include <vector>
+
+#include "data_segments.h"
 
 namespace bench {
 
 namespace {
+
+namespace asio = boost::asio;
+using asio::ip::tcp;
 
 constexpr std::size_t kChunkBytes = 32UL * 1024;
 constexpr std::string_view kEndOfRequest = "</CIM>\n";
@@ -44,98 +48,75 @@ public:
     explicit ReplayServer(const ReplyText& reply) : before_id_(reply.before_id) {
         AppendChunks(reply.after_id, framed_rest_);
         framed_rest_ += "0\r\n\r\n";
-        Listen();
         std::thread([this] { Accept(); }).detach();
     }
 
-    std::uint16_t port() const override { return port_; }
+    std::uint16_t port() const override { return acceptor_.local_endpoint().port(); }
 
     Counts counts() const override {
         Counts counts;
         counts.connections = connections_;
         counts.requests = requests_;
-        counts.reads = reads_;
+        counts.segments = segments_;
         return counts;
     }
 
 private:
-    void Listen() {
-        listener_ = socket(AF_INET, SOCK_STREAM, 0);
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        socklen_t size = sizeof address;
-        auto* generic = reinterpret_cast<sockaddr*>(&address);
-        if (bind(listener_, generic, size) != 0 || listen(listener_, SOMAXCONN) != 0 ||
-            getsockname(listener_, generic, &size) != 0) {
-            throw std::runtime_error("cannot listen");
-        }
-        port_ = ntohs(address.sin_port);
-    }
-
     void Accept() {
         for (;;) {
-            const int connection = accept(listener_, nullptr, nullptr);
+            auto connection = std::make_shared<tcp::socket>(acceptor_.accept());
             ++connections_;
-            std::thread([this, connection] { Converse(connection); }).detach();
+            std::thread([this, connection] { Converse(*connection); }).detach();
         }
     }
 
-    void Converse(int connection) {
-        const int on = 1;
-        setsockopt(connection, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
-        for (std::string request; ReadRequest(connection, request); request.clear()) {
+    void Converse(tcp::socket& connection) {
+        connection.set_option(tcp::no_delay(true));
+        std::size_t segments = 0;
+        boost::system::error_code ended;
+        for (std::string request;;) {
+            const std::size_t size =
+                asio::read_until(connection, asio::dynamic_buffer(request), kEndOfRequest, ended);
+            if (ended) {
+                return;
+            }
+            const std::size_t arrived = DataSegmentsReceived(connection.native_handle());
+            segments_ += arrived - std::exchange(segments, arrived);
             ++requests_;
             Answer(connection, MessageId(request));
+            request.erase(0, size);
         }
-        close(connection);
     }
 
-    bool ReadRequest(int connection, std::string& request) {
-        char buffer[8192];
-        while (!request.ends_with(kEndOfRequest)) {
-            const ssize_t count = read(connection, buffer, sizeof buffer);
-            if (count <= 0) {
-                return false;
-            }
-            ++reads_;
-            request.append(buffer, static_cast<std::size_t>(count));
-        }
-        return true;
-    }
-
-    void Answer(int connection, std::string_view id) const {
+    void Answer(tcp::socket& connection, std::string_view id) const {
         std::string start =
             "HTTP/1.1 200 OK\r\nContent-Type: application/xml; charset=utf-8\r\n"
             "Transfer-Encoding: chunked\r\nCIMOperation: MethodResponse\r\n\r\n";
         AppendChunk(before_id_ + std::string(id), start);
-        SendAll(connection, start);
-        SendAll(connection, framed_rest_);
-    }
-
-    static void SendAll(int connection, std::string_view bytes) {
-        while (!bytes.empty()) {
-            const ssize_t sent = send(connection, bytes.data(), bytes.size(), MSG_NOSIGNAL);
-            if (sent <= 0) {
-                return;
-            }
-            bytes.remove_prefix(static_cast<std::size_t>(sent));
-        }
+        boost::system::error_code ignored;
+        asio::write(
+            connection,
+            std::array<asio::const_buffer, 2>{asio::buffer(start), asio::buffer(framed_rest_)},
+            ignored);
     }
 
     const std::string before_id_;
     std::string framed_rest_;
-    int listener_ = -1;
-    std::uint16_t port_ = 0;
+    asio::io_context io_;
+    tcp::acceptor acceptor_{io_, {asio::ip::address_v4::loopback(), 0}};
     std::atomic<std::size_t> connections_ = 0;
     std::atomic<std::size_t> requests_ = 0;
-    std::atomic<std::size_t> reads_ = 0;
+    std::atomic<std::size_t> segments_ = 0;
 };
 
 }  // namespace
 
 std::unique_ptr<Service> MakeReplayServer(const ReplyText& reply) {
     return std::make_unique<ReplayServer>(reply);
+}
+
+ServerProcess PackagesServer(std::size_t packages) {
+    return ServerProcess([=] { return MakeReplayServer(PackagesReply(packages)); });
 }
 
 }  // namespace bench

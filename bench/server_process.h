@@ -16,7 +16,7 @@ struct Counts {
     std::size_t resumptions = 0;
     std::size_t requests = 0;
     std::size_t challenges = 0;
-    std::size_t reads = 0;
+    std::size_t segments = 0;  ///< TCP segments with data
 };
 
 /// Serves from construction to destruction.
