@@ -16,7 +16,7 @@ using Pegasus::detail::Shared;
 
 /// One PROPERTY, PROPERTY.ARRAY or PROPERTY.REFERENCE while it is read.
 struct ObjectReader::PropertyElement {
-    Shared<PropertyBody> body{new PropertyBody};
+    Shared<PropertyBody> body;
     std::optional<CIMType> type;
     std::optional<CIMType> embedded_type;
     CIMName reference_class;
@@ -149,11 +149,11 @@ void ObjectReader::ReadQualifier(std::vector<CIMQualifier>& qualifiers) {
     xml_.Advance();
     CIMValue value(type.value_or(CIMTYPE_STRING), false);
     if (type && xml_.IsOpen("VALUE")) {
-        value = ScalarFrom(*type, ReadValueText());
+        value = ScalarFrom(*type, ReadValueText(), texts_);
     } else if (type && xml_.IsOpen("VALUE.ARRAY")) {
         std::vector<ValueText> texts;
         ReadValueArray(texts);
-        value = ArrayFrom(*type, texts);
+        value = ArrayFrom(*type, texts, texts_);
     }
     xml_.SkipToClose();
     if (type && !name.isNull()) {
@@ -163,6 +163,7 @@ void ObjectReader::ReadQualifier(std::vector<CIMQualifier>& qualifiers) {
 
 ObjectReader::PropertyElement ObjectReader::ReadPropertyHead() {
     PropertyElement element;
+    element.body = blocks_.Make();
     element.is_array = xml_.IsOpen("PROPERTY.ARRAY");
     element.is_reference = xml_.IsOpen("PROPERTY.REFERENCE");
     xml_.ForEachAttribute([&](std::string_view attribute, std::string_view value) {
@@ -241,9 +242,9 @@ void ObjectReader::ReadPropertyContent(PropertyElement& element) {
     if (reference) {
         element.body->value = *reference;
     } else if (text) {
-        element.body->value = ScalarFrom(*element.type, *text);
+        element.body->value = ScalarFrom(*element.type, *text, texts_);
     } else if (has_texts) {
-        element.body->value = ArrayFrom(*element.type, element_texts_);
+        element.body->value = ArrayFrom(*element.type, element_texts_, texts_);
     } else {
         element.body->value = CIMValue(*element.type, element.is_array);
     }

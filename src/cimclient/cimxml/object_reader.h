@@ -12,7 +12,9 @@
 #include "Pegasus/Common/CIMInstance.h"
 #include "Pegasus/Common/CIMObject.h"
 #include "cimxml/name_cache.h"
+#include "cimxml/text_cache.h"
 #include "cimxml/value_reader.h"
+#include "object_model/property_blocks.h"
 #include "xml/xml_reader.h"
 
 namespace cimclient {
@@ -56,6 +58,8 @@ private:
     Pegasus::CIMName ClassAttribute(const char* element, const char* attribute);
     XmlReader& xml_;
     NameCache names_;
+    TextCache texts_;
+    Pegasus::detail::PropertyBlocks blocks_;
     // Kept from instance to instance for their memory.
     std::vector<Pegasus::CIMProperty> properties_;
     std::vector<ValueText> element_texts_;

@@ -86,7 +86,7 @@ CIMKeyBinding ObjectReader::ReadKeyValue(const CIMName& name) {
     }
     const std::string type_name = Attribute("VALUETYPE");
     xml_.Advance();
-    const String value = String::FromUtf8(xml_.ReadText());
+    const String value = texts_.Text(xml_.ReadText());
     xml_.ExpectClose("KEYVALUE");
     for (const KeyType& key_type : kKeyTypes) {
         if (type_name == key_type.name) {

@@ -26,7 +26,7 @@ std::optional<Narrow> InRange(std::optional<Wide> number) {
 }
 
 template <class T>
-std::optional<T> Read(std::string_view text) {
+std::optional<T> Read(std::string_view text, TextCache&) {
     if constexpr (std::is_same_v<T, Boolean>) {
         return Pegasus::detail::BooleanOf(text);
     } else if constexpr (std::is_unsigned_v<T>) {
@@ -41,18 +41,18 @@ std::optional<T> Read(std::string_view text) {
 }
 
 template <>
-std::optional<Char16> Read<Char16>(std::string_view text) {
+std::optional<Char16> Read<Char16>(std::string_view text, TextCache&) {
     const auto units = Pegasus::detail::ToUtf16(text);
     return units.size() == 1 ? std::optional(units[0]) : std::nullopt;
 }
 
 template <>
-std::optional<String> Read<String>(std::string_view text) {
-    return String::FromUtf8(text);
+std::optional<String> Read<String>(std::string_view text, TextCache& cache) {
+    return cache.Text(text);
 }
 
 template <>
-std::optional<CIMDateTime> Read<CIMDateTime>(std::string_view text) {
+std::optional<CIMDateTime> Read<CIMDateTime>(std::string_view text, TextCache&) {
     if (text.empty()) {
         return CIMDateTime();
     }
@@ -64,40 +64,40 @@ std::optional<CIMDateTime> Read<CIMDateTime>(std::string_view text) {
 }
 
 template <>
-std::optional<CIMObject> Read<CIMObject>(std::string_view text) {
+std::optional<CIMObject> Read<CIMObject>(std::string_view text, TextCache&) {
     return ReadEmbeddedObject(text);
 }
 
 template <>
-std::optional<CIMInstance> Read<CIMInstance>(std::string_view text) {
+std::optional<CIMInstance> Read<CIMInstance>(std::string_view text, TextCache&) {
     const auto object = ReadEmbeddedObject(text);
     return object && object->isInstance() ? std::optional(CIMInstance(*object)) : std::nullopt;
 }
 
 template <>
-std::optional<CIMObjectPath> Read<CIMObjectPath>(std::string_view) {
+std::optional<CIMObjectPath> Read<CIMObjectPath>(std::string_view, TextCache&) {
     return std::nullopt;  // references come as elements, not as text
 }
 
 struct Readers {
-    CIMValue (*scalar)(std::string_view text, CIMType type);
-    CIMValue (*array)(const std::vector<ValueText>& texts);
+    CIMValue (*scalar)(std::string_view text, CIMType type, TextCache& cache);
+    CIMValue (*array)(const std::vector<ValueText>& texts, TextCache& cache);
 };
 
 template <class T>
-CIMValue ReadScalar(std::string_view text, CIMType type) {
-    std::optional<T> value = Read<T>(text);
+CIMValue ReadScalar(std::string_view text, CIMType type, TextCache& cache) {
+    std::optional<T> value = Read<T>(text, cache);
     return value ? ValueAccess::MakeScalar<T>(std::move(*value)) : CIMValue(type, false);
 }
 
 /// Elements that cannot be read are marked as lost.
 template <class T>
-CIMValue ReadArray(const std::vector<ValueText>& texts) {
+CIMValue ReadArray(const std::vector<ValueText>& texts, TextCache& cache) {
     Array<T> array;
     array.reserveCapacity(static_cast<Uint32>(texts.size()));
     std::unique_ptr<std::vector<bool>> lost;
     for (std::size_t i = 0; i < texts.size(); ++i) {
-        std::optional<T> element = texts[i] ? Read<T>(*texts[i]) : std::nullopt;
+        std::optional<T> element = texts[i] ? Read<T>(*texts[i], cache) : std::nullopt;
         if (!element && !lost) {
             lost = std::make_unique<std::vector<bool>>(texts.size());
         }
@@ -150,12 +150,12 @@ std::optional<CIMType> TypeNamed(std::string_view name) {
     return std::nullopt;
 }
 
-CIMValue ScalarFrom(CIMType type, const ValueText& text) {
-    return text ? kReaders[type].scalar(*text, type) : CIMValue(type, false);
+CIMValue ScalarFrom(CIMType type, const ValueText& text, TextCache& cache) {
+    return text ? kReaders[type].scalar(*text, type, cache) : CIMValue(type, false);
 }
 
-CIMValue ArrayFrom(CIMType type, const std::vector<ValueText>& texts) {
-    return kReaders[type].array(texts);
+CIMValue ArrayFrom(CIMType type, const std::vector<ValueText>& texts, TextCache& cache) {
+    return kReaders[type].array(texts, cache);
 }
 
 }  // namespace cimclient

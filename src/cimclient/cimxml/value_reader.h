@@ -7,6 +7,7 @@
 
 #include "Pegasus/Common/CIMObjectPath.h"
 #include "Pegasus/Common/CIMValue.h"
+#include "cimxml/text_cache.h"
 
 namespace cimclient {
 
@@ -18,9 +19,10 @@ using ValueText = std::optional<std::string_view>;
 std::optional<Pegasus::CIMType> TypeNamed(std::string_view name);
 
 /// A text that does not suit the type gives null.
-Pegasus::CIMValue ScalarFrom(Pegasus::CIMType type, const ValueText& text);
+Pegasus::CIMValue ScalarFrom(Pegasus::CIMType type, const ValueText& text, TextCache& cache);
 
 /// An element without text, or whose text does not suit the type, keeps its place and prints empty.
-Pegasus::CIMValue ArrayFrom(Pegasus::CIMType type, const std::vector<ValueText>& texts);
+Pegasus::CIMValue ArrayFrom(Pegasus::CIMType type, const std::vector<ValueText>& texts,
+                            TextCache& cache);
 
 }  // namespace cimclient

@@ -15,6 +15,8 @@ namespace cimclient {
 namespace {
 
 constexpr std::size_t kNone = std::string_view::npos;
+/// What of an arriving text is read at a time: small enough to stay in the processor's cache.
+constexpr std::size_t kWindow = 128UL * 1024;
 constexpr std::string_view kCDataStart = "<![CDATA[";
 
 enum CharClass : unsigned char {
@@ -149,12 +151,12 @@ void XmlReader::KeepOpenNames() {
     }
 }
 
-/// Waits for as much again as there is, so that reading a large element again and again takes no
-/// more than twice the time.
+/// Waits for a good piece, and for as much again as there is, so that reading a large element again
+/// and again takes no more than twice the time.
 void XmlReader::FetchMore() {
     KeepOpenNames();
     Forget();
-    const std::size_t wanted = 2 * text_.size();
+    const std::size_t wanted = std::max(kWindow, 2 * text_.size());
     do {
         const std::string_view part = source_();
         is_complete_ = part.empty();
@@ -174,6 +176,41 @@ void XmlReader::PushOpen(std::string_view name) {
         FailForm("Elements are nested too deep");
     }
     open_elements_[depth_++] = name;
+}
+
+inline void XmlReader::SkipSpace() {
+    if (at_ < text_.size() && !Is(kSpaceChar, text_[at_])) {
+        return;
+    }
+    SkipLongSpace();
+}
+
+void XmlReader::SkipLongSpace() {
+    std::size_t at = at_;
+    while (at < text_.size() && Is(kSpaceChar, text_[at])) {
+        ++at;
+    }
+    if (at == text_.size()) [[unlikely]] {
+        RequireComplete();
+    }
+    at_ = at;
+}
+
+inline std::string_view XmlReader::TakeName() {
+    const char* const begin = text_.data() + at_;
+    const char* const text_end = text_.data() + text_.size();
+    const char* end = begin;
+    if (end != text_end && Is(kStartsName, *end)) {
+        do {
+            ++end;
+        } while (end != text_end && Is(kContinuesName, *end));
+    }
+    if (end == text_end) [[unlikely]] {
+        RequireComplete();
+    }
+    const auto length = static_cast<std::size_t>(end - begin);
+    at_ += length;
+    return {begin, length};
 }
 
 void XmlReader::RequireDeclaration() {
@@ -444,34 +481,6 @@ void XmlReader::SkipPast(std::string_view end) {
         FailForm("One or more tags are still open");
     }
     at_ = found + end.size();
-}
-
-void XmlReader::SkipSpace() {
-    std::size_t at = at_;
-    while (at < text_.size() && Is(kSpaceChar, text_[at])) {
-        ++at;
-    }
-    if (at == text_.size()) [[unlikely]] {
-        RequireComplete();
-    }
-    at_ = at;
-}
-
-std::string_view XmlReader::TakeName() {
-    const char* const begin = text_.data() + at_;
-    const char* const text_end = text_.data() + text_.size();
-    const char* end = begin;
-    if (end != text_end && Is(kStartsName, *end)) {
-        do {
-            ++end;
-        } while (end != text_end && Is(kContinuesName, *end));
-    }
-    if (end == text_end) [[unlikely]] {
-        RequireComplete();
-    }
-    const auto length = static_cast<std::size_t>(end - begin);
-    at_ += length;
-    return {begin, length};
 }
 
 std::string XmlReader::OnLine() const {

@@ -166,6 +166,7 @@ private:
     std::string Resolved(std::string_view raw) const;
     void SkipPast(std::string_view end);
     void SkipSpace();
+    void SkipLongSpace();
     std::string_view TakeName();
     bool TakeExpectedClose();
     bool StartsWith(std::string_view prefix) const {

@@ -35,11 +35,15 @@ struct PropertyBody : Counted {
     PropertyExtras& EditableExtras();
 
     Boolean propagated = false;
+    /// The place in a block of properties, counted from 1; 0 for memory of its own.
+    Uint16 place = 0;
     CIMName name;
     CIMValue value;
     CIMName class_origin;
     std::unique_ptr<PropertyExtras> extras;
 };
+
+void Dispose(PropertyBody* body);
 
 /// What both kinds of handle can read.
 class PropertyHandle {

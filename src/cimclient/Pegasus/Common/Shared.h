@@ -20,6 +20,12 @@ struct Counted {
     std::atomic<Uint32> references{1};
 };
 
+/// Frees a body that nobody refers to any more.
+template <class Body>
+void Dispose(Body* body) {
+    delete body;
+}
+
 /// Owns one reference to a body, or none.
 template <class Body>
 class Shared {
@@ -41,7 +47,7 @@ public:
         // The only owner needs no atomic write: nobody else can add a reference.
         if (body_ != nullptr &&
             (IsUnique() || body_->references.fetch_sub(1, std::memory_order_acq_rel) == 1)) {
-            delete body_;
+            Dispose(body_);
         }
     }
 
