@@ -2,6 +2,7 @@
 #include <gmock/gmock.h>
 
 #include <tuple>
+#include <type_traits>
 
 #include "common/records/connection_info.h"
 #include "common/records/host_records.h"
@@ -12,9 +13,16 @@ namespace {
 
 using ::testing::Each;
 using ::testing::ElementsAre;
-using namespace Zentar::Pciinventory;
+using namespace Pciinventory;
 using namespace ZentarAgentless;
 using namespace ZTEXSI;
+
+// Either spelling names the same records.
+static_assert(std::is_same_v<Zentar::ZentarAgentless::PhysicalPort, ZentarAgentless::PhysicalPort>);
+static_assert(std::is_same_v<Zentar::ZTEXSI::IPProtocolData, ZTEXSI::IPProtocolData>);
+static_assert(std::is_same_v<Zentar::Pciinventory::Pciinfo, Pciinventory::Pciinfo>);
+static_assert(
+    std::is_same_v<Zentar::ZentarConnection::ConnectionInfo, ZentarConnection::ConnectionInfo>);
 
 template <class Record>
 using TextFields = std::vector<std::string Record::*>;

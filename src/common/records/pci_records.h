@@ -52,3 +52,5 @@ struct Pciinfo {
 };
 
 }  // namespace Zentar::Pciinventory
+
+namespace Pciinventory = Zentar::Pciinventory;
