@@ -1,3 +1,5 @@
+#include <regex>
+
 #include "common/cimom/src/cimfunc.h"
 #include "support/inventory_test.h"
 
@@ -11,6 +13,7 @@ using support::HostBuilder;
 using support::Joined;
 using ::testing::ElementsAre;
 using ::testing::ElementsAreArray;
+using ::testing::HasSubstr;
 using Zentar::CimConnection;
 
 class Queries : public support::InventoryTest {
@@ -64,17 +67,44 @@ TEST_F(Queries, EnumerationLogsItsProgress) {
     ExpectLog({EnumerationLog("Device", 1)});
 }
 
-TEST_F(Queries, EnumerationAsksForNoQualifiersAndAssociationForThem) {
+/// The parameters that a request names; all others have their defaults.
+std::vector<std::string> ParametersOf(const simhost::Request& request) {
+    static const std::regex parameter("<IPARAMVALUE NAME=\"([^\"]*)\"");
+    std::vector<std::string> names;
+    for (std::sregex_iterator at(request.body.begin(), request.body.end(), parameter), end;
+         at != end; ++at) {
+        names.push_back((*at)[1]);
+    }
+    return names;
+}
+
+TEST_F(Queries, EnumerationAsksForAllPropertiesOfSubclassesTooWithoutQualifiers) {
+    Serve(host);
+    Enumerate(ConnectTo("root/cimv2"), "Device");
+    ASSERT_EQ(Server().requests().size(), 1U);
+    EXPECT_THAT(ParametersOf(Server().requests()[0]), ElementsAre("ClassName"));
+}
+
+TEST_F(Queries, AssociationAsksForQualifiersInAnyRole) {
+    Serve(host);
+    Associate(ConnectTo("root/cimv2"));
+    ASSERT_EQ(Server().requests().size(), 1U);
+    const simhost::Request request = Server().requests()[0];
+    EXPECT_THAT(ParametersOf(request),
+                ElementsAre("ObjectName", "AssocClass", "ResultClass", "IncludeQualifiers"));
+    EXPECT_THAT(request.body,
+                HasSubstr("<IPARAMVALUE NAME=\"IncludeQualifiers\">\n<VALUE>TRUE</VALUE>"));
+}
+
+TEST_F(Queries, HaveTheirOwnTimeLimits) {
     Serve(host);
     CimConnection& connection = ConnectTo("root/cimv2");
-    Enumerate(connection, "Device");
+    EXPECT_EQ(connection.client->getTimeout(), 2400000U);
+    Zentar::GetCIMArrayFromEnumerateInstances(Pegasus::CIMName("Device"), connection, instances,
+                                              12345);
+    EXPECT_EQ(connection.client->getTimeout(), 12345U);
     Associate(connection);
-    const auto requests = Server().requests();
-    ASSERT_EQ(requests.size(), 2U);
-    EXPECT_EQ(requests[0].body.find("IncludeQualifiers"), std::string::npos);
-    EXPECT_NE(
-        requests[1].body.find("<IPARAMVALUE NAME=\"IncludeQualifiers\">\n<VALUE>TRUE</VALUE>"),
-        std::string::npos);
+    EXPECT_EQ(connection.client->getTimeout(), 300000U);
 }
 
 TEST_F(Queries, AssociationLogsItsProgress) {
