@@ -1,6 +1,6 @@
 # The front door: everything here also works on a bare Debian 12.
 .DEFAULT_GOAL := build
-.PHONY: build run test bench setup clean format transcripts
+.PHONY: build run test bench check-instructions setup clean format transcripts
 
 build: build/build.ninja
 	@cmake --build build --target kalvex kalvex_cli
@@ -17,6 +17,12 @@ bench: build/build.ninja
 	@cmake -B build -DKALVEX_BUILD_BENCHMARKS=ON >/dev/null
 	@cmake --build build --target kalvex_bench
 	@build/bin/kalvex_bench --json build/bench.json
+
+# Fails when decoding takes a tenth more instructions than it did.
+check-instructions: build/build.ninja
+	@cmake -B build -DKALVEX_BUILD_BENCHMARKS=ON >/dev/null
+	@cmake --build build --target decode_reply
+	@scripts/check_instructions build/bin/decode_reply
 
 # Rewrites the expected logs and shows what changed, for review.
 transcripts: build

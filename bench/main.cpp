@@ -7,8 +7,6 @@
 
 #include "benchmarks.h"
 #include "figure.h"
-#include "replay_server.h"
-#include "works.h"
 
 namespace bench {
 
@@ -111,32 +109,14 @@ void Report(const std::vector<Figure>& figures, const Readings& readings,
     }
 }
 
-void RunPlainly(std::size_t instances, int times) {
-    const ServerProcess server = PackagesServer(instances);
-    DecodeWork work(server.port());
-    for (int i = 0; i < times; ++i) {
-        std::printf("%.6f s\n", work.Run(instances));
-    }
-}
-
 int Main(int argc, char** argv) {
     CLI::App program("Measures how fast the client and the module are");
     std::vector<std::string> names;
     std::string json_file;
     program.add_option("--only", names, "Figures to measure [all]");
     program.add_option("--json", json_file, "File to write the figures to");
-
-    std::size_t instances = 10'000;
-    int times = 10;
-    CLI::App* const decode = program.add_subcommand("decode", "Decode only, for a profiler");
-    decode->add_option("--instances", instances, "Instances of the reply")->capture_default_str();
-    decode->add_option("--times", times, "Replies to decode")->capture_default_str();
     CLI11_PARSE(program, argc, argv);
 
-    if (*decode) {
-        RunPlainly(instances, times);
-        return 0;
-    }
     const std::vector<Figure> figures = Wanted(names);
     Report(figures, Measure(figures), json_file);
     return 0;
