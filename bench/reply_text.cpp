@@ -6,6 +6,8 @@ namespace {
 
 constexpr const char* kClass = "VMware_ComponentSoftwareIdentity";
 
+/// What a package's own texts are made of. The number makes name, version and description differ
+/// from package to package, as they do on a host.
 struct Package {
     const char* name;
     const char* version;
@@ -17,17 +19,12 @@ constexpr Package kPackages[] = {
      "Driver for 10/25/40/50/100 GbE network adapters with "
      "remote direct memory access"},
     {"esx-base", "6.7.0-3.73.14320388",
-     "Base system of the hypervisor: kernel, services &amp; command line, without "
-     "which no host starts"},
-    {"esx-ui", "1.33.4-14093553",
-     "Host client \xE2\x80\x94 manage this host in a browser, with "
-     "graphs of its last hour"},
+     "Base system of the hypervisor: kernel, services &amp; command line"},
+    {"esx-ui", "1.33.4-14093553", "Host client \xE2\x80\x94 manage this host in a browser"},
     {"lsi-mr3", "7.708.07.00-3vmw.670.3.73.14320388",
-     "Driver for 6 and 12 Gbit/s RAID controllers, their enclosures and "
-     "batteries"},
+     "Driver for 6 and 12 Gbit/s RAID controllers"},
     {"lsu-lsi-lsi-msgpt3-plugin", "1.0.0-9vmw.670.2.48.13006603",
-     "Plug-in that reports the status of drives behind SAS 3 controllers and lights the lamps of "
-     "those that are to be replaced"},
+     "Plug-in that reports the status of drives behind SAS 3 controllers"},
 };
 
 /// Appends `NAME="..." TYPE="..."` and the value in a property element.
@@ -56,7 +53,8 @@ private:
 void AppendPackage(std::size_t number, std::string& text) {
     const Package& package = kPackages[number % std::size(kPackages)];
     const std::string name = package.name + ("-" + std::to_string(number));
-    const std::string id = "VMware_bootbank_" + name + "_" + package.version;
+    const std::string version = package.version + ("." + std::to_string(number));
+    const std::string id = "VMware_bootbank_" + name + "_" + version;
 
     text += "<VALUE.NAMEDINSTANCE>\n<INSTANCENAME CLASSNAME=\"" + std::string(kClass) +
             "\">\n<KEYBINDING NAME=\"InstanceID\">\n<KEYVALUE VALUETYPE=\"string\">" + id +
@@ -66,8 +64,8 @@ void AppendPackage(std::size_t number, std::string& text) {
     instance.Property("InstanceID", "string", id);
     instance.Property("ElementName", "string", name);
     instance.Property("Name", "string", name);
-    instance.Property("Description", "string", package.description);
-    instance.Property("VersionString", "string", package.version);
+    instance.Property("Description", "string", name + ": " + package.description);
+    instance.Property("VersionString", "string", version);
     instance.Property("InstallDate", "datetime", "20260217090412.000000+000");
     instance.Property("Manufacturer", "string", "VMW");
     instance.Array("Classifications", "uint16", {"2", "3"});

@@ -39,6 +39,7 @@ void Serve(const std::function<std::unique_ptr<Service>()>& make, int channel) {
 
 [[noreturn]] void RunChild(const std::function<std::unique_ptr<Service>()>& make, int channel) {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
+    prctl(PR_SET_TIMERSLACK, 1);  // a simulated link's delay is to be exact
     try {
         Serve(make, channel);
     } catch (const std::exception& e) {
