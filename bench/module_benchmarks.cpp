@@ -1,5 +1,6 @@
 #include <dlfcn.h>
 
+#include <algorithm>
 #include <stdexcept>
 
 #include "benchmarks.h"
@@ -16,6 +17,12 @@ namespace {
 using Zentar::Agentless::Kalvex;
 
 constexpr std::size_t kFirstPackages = 10;
+
+double Median(std::vector<double> values) {
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
 
 double SecondsOfPackages(std::uint16_t port, std::size_t packages) {
     Kalvex host(HostAt(port, Link::kHttp));
@@ -36,7 +43,7 @@ void ReadThroughModule(benchmark::State& state, std::size_t packages) {
     });
 }
 
-using SecondsOfRequest = double(std::uint16_t, std::size_t, int);
+using SecondsOfRequest = double(std::uint16_t, std::size_t);
 
 SecondsOfRequest* LoadRequest(const char* library) {
     void* const handle = dlopen(library, RTLD_NOW | RTLD_LOCAL);
@@ -47,23 +54,30 @@ SecondsOfRequest* LoadRequest(const char* library) {
     return reinterpret_cast<SecondsOfRequest*>(function);
 }
 
-void Request(benchmark::State& state, const char* library, std::size_t packages) {
-    constexpr int kRequests = 100;
+/// Takes turns request by request: the difference is smaller than what other work on the machine
+/// does to either.
+double CostOfLogOff(std::uint16_t port, std::size_t packages) {
+    constexpr int kPairs = 80;
+    Zentar::SetMinLogLevel(0);
+    SecondsOfRequest* const with_log = LoadRequest(BENCH_LOG_OFF_LIBRARY);
+    SecondsOfRequest* const without_log = LoadRequest(BENCH_WITHOUT_LOG_LIBRARY);
+    double least_with = 1e9;
+    double least_without = 1e9;
+    for (int i = 0; i < kPairs; ++i) {
+        least_with = std::min(least_with, with_log(port, packages));
+        least_without = std::min(least_without, without_log(port, packages));
+    }
+    return least_with / least_without;
+}
+
+void LogOff(benchmark::State& state, std::size_t packages) {
     const ServerProcess server = PackagesServer(packages);
-    TimeEach(state, [&] {
-        return InFreshProcess([&] {
-            Zentar::SetMinLogLevel(0);
-            return LoadRequest(library)(server.port(), packages, kRequests);
-        });
-    });
-}
-
-void RequestWithLogOff(benchmark::State& state, std::size_t packages) {
-    Request(state, BENCH_LOG_OFF_LIBRARY, packages);
-}
-
-void RequestWithoutLog(benchmark::State& state, std::size_t packages) {
-    Request(state, BENCH_WITHOUT_LOG_LIBRARY, packages);
+    std::vector<double> ratios;
+    for ([[maybe_unused]] auto _ : state) {
+        ratios.push_back(InFreshProcess([&] { return CostOfLogOff(server.port(), packages); }));
+        state.SetIterationTime(1);
+    }
+    state.counters["ratio"] = Median(ratios);
 }
 
 }  // namespace
@@ -71,8 +85,7 @@ void RequestWithoutLog(benchmark::State& state, std::size_t packages) {
 std::vector<Measurement> ModuleMeasurements() {
     return {
         {"module/10000", ReadThroughModule, 10'000, 7, 5},
-        {"log_off/100", RequestWithLogOff, 100, 3, 10},
-        {"without_log/100", RequestWithoutLog, 100, 3, 10},
+        {"log_off/100", LogOff, 100, 51, 1},
     };
 }
 

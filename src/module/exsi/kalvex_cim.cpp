@@ -180,20 +180,24 @@ int KalvexCim::ReadTable(const TableQuery<Record>& query, std::vector<Record>& r
         return kCimFailed;
     }
     ZENTAR_LOG(4) << query.class_name << " instances :" << instances.size();
+    PropertyMap properties;
+    std::vector<std::string*> texts;  // of the columns, in `properties`
+    for (const Column<Record>& column : query.columns) {
+        texts.push_back(&properties[column.property]);
+    }
     for (Pegasus::Uint32 i = 0; i < instances.size(); ++i) {
-        properties_.clear();
-        for (const Column<Record>& column : query.columns) {
-            properties_[column.property] = "";
+        for (std::string* text : texts) {
+            text->clear();
         }
-        GetPropertiesFromInstance(instances[i], properties_);
+        GetPropertiesFromInstance(instances[i], properties);
         Record record;
-        for (const Column<Record>& column : query.columns) {
-            if (column.store != nullptr) {
-                column.store(record, properties_[column.property]);
+        for (std::size_t c = 0; c < texts.size(); ++c) {
+            if (query.columns[c].store != nullptr) {
+                query.columns[c].store(record, *texts[c]);
             }
         }
         complete(instances[i], record);
-        records.push_back(record);
+        records.push_back(std::move(record));
     }
     return kCimOk;
 }

@@ -248,8 +248,11 @@ void GetPropertiesFromObject(const Pegasus::CIMObject& object, PropertyMap& prop
 }
 
 std::string GetPropertyValueText(const Pegasus::CIMConstProperty& property) {
-    const Pegasus::Uint32 values = property.findQualifier(Pegasus::CIMName("Values"));
-    const Pegasus::Uint32 value_map = property.findQualifier(Pegasus::CIMName("ValueMap"));
+    // Made once: their syntax is tested when they are made, and every property is asked for them.
+    static const Pegasus::CIMName values_name("Values");
+    static const Pegasus::CIMName value_map_name("ValueMap");
+    const Pegasus::Uint32 values = property.findQualifier(values_name);
+    const Pegasus::Uint32 value_map = property.findQualifier(value_map_name);
     const auto value_text = [&] { return Trim(ToText(property.getValue().toString())); };
     if (values == PEG_NOT_FOUND || value_map == PEG_NOT_FOUND) {
         return value_text();
