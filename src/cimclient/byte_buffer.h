@@ -14,6 +14,9 @@ namespace cimclient {
 class ByteBuffer {
 public:
     void Append(std::string_view part) {
+        if (part.empty()) {
+            return;
+        }
         if (part.size() > capacity_ - size_) {
             Grow(size_ + part.size());
         }
@@ -22,7 +25,9 @@ public:
     }
     void RemovePrefix(std::size_t count) {
         size_ -= count;
-        std::memmove(bytes_.get(), bytes_.get() + count, size_);
+        if (size_ > 0) {
+            std::memmove(bytes_.get(), bytes_.get() + count, size_);
+        }
     }
     std::string_view View() const { return {bytes_.get(), size_}; }
 

@@ -81,6 +81,7 @@ Step AwaitRequest() { return {Step::kAwaitRequest, {}}; }
 Step AwaitByte() { return {Step::kAwaitByte, {}}; }
 Step Send(std::string text) { return {Step::kSend, std::move(text)}; }
 Step Drip(std::string text) { return {Step::kDrip, std::move(text)}; }
+Step Flood(std::string text) { return {Step::kFlood, std::move(text)}; }
 Step AwaitDelivery() { return {Step::kAwaitDelivery, {}}; }
 Step AwaitCue() { return {Step::kAwaitCue, {}}; }
 Step Close() { return {Step::kClose, {}}; }
@@ -246,6 +247,10 @@ void ScriptedServer::Perform(ScriptedLink& link, const Step& step, RecordedReque
             link.Send(step.text);
             while (!link.HangsUpWithin(kDripMilliseconds)) {
                 link.Send(step.text.substr(step.text.size() - 1));
+            }
+            break;
+        case Step::kFlood:
+            while (link.Send(step.text)) {
             }
             break;
         case Step::kAwaitDelivery:

@@ -36,6 +36,7 @@ struct Step {
         kAwaitByte,      ///< reads one byte, no more
         kSend,           ///< sends the text; @ID@ in it becomes the last request's message ID
         kDrip,           ///< sends the text's last byte again and again until the client hangs up
+        kFlood,          ///< sends the text over and over until the client hangs up
         kAwaitDelivery,  ///< waits until all that was sent has reached the client
         kAwaitCue,       ///< waits for ScriptedServer::Cue
         kClose,          ///< closes the connection as is proper
@@ -50,6 +51,7 @@ Step AwaitRequest();
 Step AwaitByte();
 Step Send(std::string text);
 Step Drip(std::string text);
+Step Flood(std::string text);
 Step AwaitDelivery();
 Step AwaitCue();
 Step Close();

@@ -1,6 +1,7 @@
 #include <atomic>
 
 #include "Pegasus/Client/CIMClient.h"
+#include "Pegasus/Client/CIMClientException.h"
 #include "cimxml/request_writer.h"
 #include "cimxml/response_reader.h"
 #include "client/session.h"
@@ -30,9 +31,14 @@ Objects Perform(cimclient::Session& session, const char* method, const Request& 
     }
     const Uint32 id = NextMessageId();
     Objects objects;
-    session.Exchange({method, std::string(request.name_space.getString().utf8()),
-                      cimclient::WriteRequest(request, id)},
-                     [&](const cimclient::Session::BodySource& body) { objects = read(body, id); });
+    const bool is_whole = session.Exchange(
+        {method, std::string(request.name_space.getString().utf8()),
+         cimclient::WriteRequest(request, id)},
+        [&](const cimclient::Session::BodySource& body) { objects = read(body, id); });
+    // No objects, and no trailers to say whether that is the result or an error's beginning.
+    if (!is_whole && objects.size() == 0) {
+        throw CIMClientMalformedHTTPException("Connection closed by CIM Server.");
+    }
     return objects;
 }
 

@@ -86,7 +86,7 @@ struct Session::Answer {
     std::exception_ptr failure;
 };
 
-void Session::Exchange(const Operation& operation, const BodyReader& read_body) {
+bool Session::Exchange(const Operation& operation, const BodyReader& read_body) {
     if (!is_open_) {
         throw Pegasus::NotConnectedException();
     }
@@ -109,6 +109,7 @@ void Session::Exchange(const Operation& operation, const BodyReader& read_body) 
     if (answer.failure) {
         std::rethrow_exception(answer.failure);
     }
+    return answer.reply.has_last_chunk;
 }
 
 /// Sends the operation, once more when a connection that had been used before turns out to be dead

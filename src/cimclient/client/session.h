@@ -37,8 +37,9 @@ public:
 
     /// Sends the operation and has `read_body` read the reply's body while it arrives. What that
     /// throws is thrown on once the whole reply has come and its head and trailers are in order.
-    /// Connects again by itself when the server has closed the connection.
-    void Exchange(const Operation& operation, const BodyReader& read_body);
+    /// Connects again by itself when the server has closed the connection. False when the reply
+    /// ended before trailers in which an error could have stood.
+    [[nodiscard]] bool Exchange(const Operation& operation, const BodyReader& read_body);
 
 private:
     Deadline FromNow() const { return std::chrono::steady_clock::now() + timeout_; }

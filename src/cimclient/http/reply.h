@@ -29,6 +29,8 @@ struct HttpReply {
     HeaderFields trailers;
     /// The connection can carry another request.
     bool keeps_alive = true;
+    /// The stream did not end before the last chunk, with its trailers.
+    bool has_last_chunk = true;
 };
 
 bool EqualNoCase(std::string_view a, std::string_view b);

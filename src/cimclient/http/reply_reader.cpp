@@ -110,11 +110,16 @@ bool ReplyReader::ReadLine(std::string& line, std::size_t& budget) {
     return false;
 }
 
-void ReplyReader::ReadFields(HeaderFields& fields, std::size_t& budget) {
+/// False when the stream ended before the blank line behind the fields.
+bool ReplyReader::ReadFields(HeaderFields& fields, std::size_t& budget) {
     std::string line;
-    while (ReadLine(line, budget) && !line.empty()) {
+    while (ReadLine(line, budget)) {
+        if (line.empty()) {
+            return true;
+        }
         fields.Add(Pegasus::detail::RepairedUtf8(line));
     }
+    return false;
 }
 
 void ReplyReader::ReadStatusLine(HttpReply& reply, std::size_t& budget) {
@@ -177,6 +182,8 @@ std::string_view ReplyReader::NextPart(HttpReply& reply) {
         part = unread_.substr(0, remaining_);
         unread_.remove_prefix(part.size());
         remaining_ -= part.size();
+    } else if (remaining_ > 0 && framing_ == Framing::kChunks) {
+        reply.has_last_chunk = false;
     }
     reply.keeps_alive = reply.keeps_alive && !at_end_;
     return part;
@@ -189,13 +196,14 @@ void ReplyReader::BeginChunk(HttpReply& reply) {
     const bool goes_on = !in_chunk_ || ReadLine(line, budget);  // the line end after a chunk
     if (!goes_on || !ReadLine(line, budget)) {
         framing_ = Framing::kNone;
+        reply.has_last_chunk = false;
         return;
     }
     in_chunk_ = true;
     remaining_ = ChunkSize(line);
     if (remaining_ == 0) {
         framing_ = Framing::kNone;
-        ReadFields(reply.trailers, budget);
+        reply.has_last_chunk = ReadFields(reply.trailers, budget);
     }
 }
 

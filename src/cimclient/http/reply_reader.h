@@ -34,7 +34,7 @@ public:
 private:
     bool More();
     bool ReadLine(std::string& line, std::size_t& budget);
-    void ReadFields(HeaderFields& fields, std::size_t& budget);
+    bool ReadFields(HeaderFields& fields, std::size_t& budget);
     void ReadStatusLine(HttpReply& reply, std::size_t& budget);
     void BeginChunk(HttpReply& reply);
 

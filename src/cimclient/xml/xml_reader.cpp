@@ -215,12 +215,17 @@ inline std::string_view XmlReader::TakeName() {
 
 void XmlReader::RequireDeclaration() {
     SkipSpace();
-    if (!StartsWith("<?xml") || text_.find("?>", at_) == kNone) {
-        RequireComplete();
-        at_ = 0;
-        FailValidation("Expected <?xml ... ?> style declaration");
+    constexpr std::string_view kStart = "<?xml";
+    const std::string_view start = text_.substr(at_, kStart.size());
+    if (start == kStart && text_.find("?>", at_) != kNone) {
+        SkipPast("?>");
+        return;
     }
-    SkipPast("?>");
+    if (kStart.starts_with(start)) {
+        RequireComplete();
+    }
+    at_ = 0;
+    FailValidation("Expected <?xml ... ?> style declaration");
 }
 
 void XmlReader::ExpectOpen(std::string_view name) {

@@ -108,6 +108,15 @@ TEST_F(Framing, ByChunksMayLackTheLastOne) {
     EXPECT_EQ(OutcomeOfLastWords(AnswerHead({"Transfer-Encoding: chunked"}) + unended), kOne);
 }
 
+TEST_F(Framing, ByChunksMustNotLackTheLastOneWithoutObjects) {
+    const std::string none = BodyReturning("");
+    const std::string chunks = Chunked(none, none.size());
+    EXPECT_EQ(OutcomeOfLastWords(AnswerHead({"Transfer-Encoding: chunked"}) +
+                                 chunks.substr(0, chunks.size() - 5)),
+              "CIMClientMalformedHTTPException [Connection closed by CIM Server.]")
+        << "an error might have stood in the trailers";
+}
+
 TEST_F(Framing, CutInsideAChunkIsNotWellFormed) {
     const std::string answer = InChunks(body.size());
     EXPECT_THAT(OutcomeOfLastWords(answer.substr(0, answer.size() - 100)),

@@ -1,0 +1,170 @@
+// Replies that are made to hurt: each has a stated outcome and costs a bounded amount of memory.
+#include <cstdio>
+
+#include "cimclient/wire/wire_test.h"
+#include "fault/memory_use.h"
+
+namespace {
+
+using namespace support;
+
+constexpr std::size_t kMebi = 1024 * 1024;
+
+std::string Repeated(const std::string& text, std::size_t count) {
+    std::string all;
+    all.reserve(text.size() * count);
+    for (std::size_t i = 0; i < count; ++i) {
+        all += text;
+    }
+    return all;
+}
+
+std::string Instance(const std::string& content) { return NamedInstance("1", content); }
+
+std::string Text(const std::string& value) {
+    return "<PROPERTY NAME=\"p\" TYPE=\"string\"><VALUE>" + value + "</VALUE></PROPERTY>";
+}
+
+std::string ManyProperties() {
+    std::string all;
+    for (int i = 0; i < 1000000; ++i) {
+        all += "<PROPERTY NAME=\"p" + std::to_string(i) + "\" TYPE=\"uint8\"/>";
+    }
+    return all;
+}
+
+std::string Utf16(const std::string& text) {
+    std::string wide = "\xFF\xFE";
+    for (const char c : text) {
+        wide += c;
+        wide += '\0';
+    }
+    return wide;
+}
+
+struct Attack {
+    const char* name;
+    std::function<Conversation()> conversation;
+    const char* outcome;
+    std::size_t at_most;  ///< bytes of memory
+};
+
+/// An answer whose content is this.
+Attack Content(const char* name, std::function<std::string()> content, const char* outcome,
+               std::size_t at_most) {
+    return {name, [=] { return Replies({Answer(BodyReturning(content()))}); }, outcome, at_most};
+}
+
+/// An answer whose body is this.
+Attack Whole(const char* name, std::function<std::string()> body, const char* outcome,
+             std::size_t at_most) {
+    return {name, [=] { return Replies({Answer(body())}); }, outcome, at_most};
+}
+
+/// A head with this line, and something behind it.
+Attack Head(const char* name, const std::string& line, Step rest, const char* outcome,
+            std::size_t at_most) {
+    return {name,
+            [=] {
+                return Conversation{AwaitRequest(), Send(AnswerHead({line})), rest};
+            },
+            outcome, at_most};
+}
+
+constexpr const char* kTooLarge =
+    "CIMClientMalformedHTTPException [The reply is larger than 268435456 bytes.]";
+constexpr const char* kBadLength =
+    "CIMClientHTTPErrorException 400 [HTTP Error (400 Bad Request): Detail = \"Invalid "
+    "Content-Length header detected\".]";
+
+const Attack kAttacks[] = {
+    Head("EndlessChunks", "Transfer-Encoding: chunked",
+         Flood(Repeated("400\r\n" + std::string(1024, ' ') + "\r\n", 64)), kTooLarge, 300 * kMebi),
+    Head("EndlessBody", "X: y", Flood(std::string(65536, '<')), kTooLarge, 8 * kMebi),
+    Head("LengthOf2To63", "Content-Length: 9223372036854775808", Flood("x"), kBadLength, kMebi),
+    Head("NegativeLength", "Content-Length: -1", Flood("x"), kBadLength, kMebi),
+    Head("TwoLengths", "Content-Length: 5\r\nContent-Length: 6", Flood("x"), kBadLength, kMebi),
+    Head("TenGigabytesAnnounced", "Content-Length: 10000000000", Drip("<"), kTooLarge, kMebi),
+    Head("HugeChunk", "Transfer-Encoding: chunked", Send("FFFFFFFFFFFFFFFFF\r\n"), kTooLarge,
+         kMebi),
+    {"EndlessHead",
+     [] {
+         return Conversation{AwaitRequest(), Send("HTTP/1.1 200 OK\r\n"),
+                             Flood(Repeated("X: y\r\n", 1000))};
+     },
+     "CIMClientMalformedHTTPException [The reply's head is too large.]", 32 * kMebi},
+    Content(
+        "DeepNesting", [] { return Instance(Repeated("<A>", 100000)); },
+        "CIMClientXmlException [Elements are nested too deep: on line 6]", 4 * kMebi),
+    Whole(
+        "EntityBomb",
+        [] {
+            return std::string(
+                "<?xml version=\"1.0\"?><!DOCTYPE x [<!ENTITY a \"aaaaaaaaaa\">"
+                "<!ENTITY b \"&a;&a;&a;&a;\">]><CIM>&b;</CIM>");
+        },
+        "CIMClientXmlException [Validation error: on line 1: Expected open of CIM element]", kMebi),
+    Content(
+        "UndeclaredEntity", [] { return Instance(Text("&bomb;")); },
+        "CIMClientXmlException [Malformed reference: on line 6]", kMebi),
+    Content(
+        "ExternalEntity",
+        [] { return "<!DOCTYPE x SYSTEM \"file:///etc/passwd\">" + Instance(""); },
+        "CIMClientXmlException [Validation error: on line 6: Expected open of CIM element]", kMebi),
+    Content(
+        "NulBytes", [] { return Instance(Text(std::string(3, '\0'))); }, "1 objects", kMebi),
+    Whole(
+        "Utf16", [] { return Utf16(BodyReturning(Instance(""))); },
+        "CIMClientXmlException [Validation error: on line 1: Expected <?xml ... ?> style "
+        "declaration]",
+        kMebi),
+    Content(
+        "AMillionProperties", [] { return Instance(ManyProperties()); }, "1 objects", 500 * kMebi),
+    Content(
+        "AMillionEmptyElements", [] { return Instance(Repeated("<A/>", 1000000)); }, "1 objects",
+        16 * kMebi),
+    Content(
+        "ValueOf200Megabytes", [] { return Instance(Text(std::string(200 * kMebi, 'x'))); },
+        "1 objects", 600 * kMebi),
+    Content(
+        "DuplicateNames", [] { return Instance(Repeated(Text("x"), 100000)); }, "1 objects",
+        64 * kMebi),
+    Content(
+        "NumberOfTenThousandDigits",
+        [] {
+            return Instance("<PROPERTY NAME=\"p\" TYPE=\"uint64\"><VALUE>" +
+                            std::string(10000, '9') + "</VALUE></PROPERTY>");
+        },
+        "1 objects", kMebi),
+    Content(
+        "AMillionAttributes", [] { return "<A" + Repeated(" b=\"\"", 1000000) + "/>"; },
+        "CIMClientXmlException [Validation error: on line 6: Expected close of IRETURNVALUE "
+        "element, got A instead]",
+        200 * kMebi),
+};
+
+/// Sanitizers keep memory of their own beside each byte.
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr std::size_t kOverhead = 20;
+#else
+constexpr std::size_t kOverhead = 1;
+#endif
+
+class Hostile : public wire::WireTest, public ::testing::WithParamInterface<Attack> {};
+
+TEST_P(Hostile, HasItsOutcomeInBoundedMemory) {
+    const Attack& attack = GetParam();
+    Serve({attack.conversation(), Replies({AnswerOf(1)})});
+    Connect();
+    const fault::PeakMemory memory;
+    EXPECT_EQ(Enumerate(), attack.outcome);
+    const std::size_t growth = memory.Growth();
+    std::printf("%-28s %6.1f MiB\n", attack.name,
+                static_cast<double>(growth) / static_cast<double>(kMebi));
+    EXPECT_LE(growth, (attack.at_most + 4 * kMebi) * kOverhead);
+}
+
+INSTANTIATE_TEST_SUITE_P(Reply, Hostile, ::testing::ValuesIn(kAttacks),
+                         [](const auto& attack) { return attack.param.name; });
+
+}  // namespace
