@@ -1,6 +1,6 @@
 # The front door: everything here also works on a bare Debian 12.
 .DEFAULT_GOAL := build
-.PHONY: build run test bench check-instructions setup clean format transcripts
+.PHONY: build run test asan tsan bench check-instructions setup clean format transcripts
 
 build: build/build.ninja
 	@cmake --build build --target kalvex kalvex_cli
@@ -23,6 +23,12 @@ check-instructions: build/build.ninja
 	@cmake -B build -DKALVEX_BUILD_BENCHMARKS=ON >/dev/null
 	@cmake --build build --target decode_reply
 	@scripts/check_instructions build/bin/decode_reply
+
+# The whole suite under sanitizers.
+asan tsan: setup
+	@cmake --preset $@
+	@cmake --build --preset $@
+	@ctest --preset $@ --parallel 2
 
 # Rewrites the expected logs and shows what changed, for review.
 transcripts: build

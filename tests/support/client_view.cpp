@@ -47,6 +47,15 @@ std::string FailureText(const Exception& failure) {
         FailureIf<InvalidLocatorException>("InvalidLocatorException", failure),
         FailureIf<InvalidNamespaceNameException>("InvalidNamespaceNameException", failure),
         FailureIf<SSLException>("SSLException", failure),
+        FailureIf<InvalidNameException>("InvalidNameException", failure),
+        FailureIf<MalformedObjectNameException>("MalformedObjectNameException", failure),
+        FailureIf<TypeMismatchException>("TypeMismatchException", failure),
+        FailureIf<UninitializedObjectException>("UninitializedObjectException", failure),
+        FailureIf<IndexOutOfBoundsException>("IndexOutOfBoundsException", failure),
+        FailureIf<AlreadyExistsException>("AlreadyExistsException", failure),
+        FailureIf<DynamicCastFailedException>("DynamicCastFailedException", failure),
+        FailureIf<InvalidDateTimeFormatException>("InvalidDateTimeFormatException", failure),
+        FailureIf<DateTimeOutOfRangeException>("DateTimeOutOfRangeException", failure),
     };
     for (const std::string& text : texts) {
         if (!text.empty()) {
@@ -79,7 +88,8 @@ std::string ViewOf(const CIMObject& object) {
 }
 
 std::string ViewOf(const CIMValue& value) {
-    const std::string type = cimTypeToString(value.getType()) + std::string(value.isArray() ? "[]" : "");
+    const std::string type =
+        cimTypeToString(value.getType()) + std::string(value.isArray() ? "[]" : "");
     return type + (value.isNull() ? " null" : " [" + TextOf(value.toString()) + "]");
 }
 
