@@ -44,7 +44,8 @@ TEST_P(TlsCut, InTheHandshakeIsAFailureToConnect) {
     first.disconnect();
     const std::size_t descriptors = fault::OpenDescriptors();
     ASSERT_GT(handshake, 200U);
-    for (std::size_t bytes = 0; bytes < handshake; bytes += 17) {
+    constexpr std::size_t kSpread = 16;  // signatures differ in length
+    for (std::size_t bytes = 0; bytes + kSpread < handshake; bytes += 17) {
         CIMClient client;
         proxy->CutAfter(bytes, GetParam());
         EXPECT_THROW(Connect(client), CannotConnectException) << bytes << " bytes";
