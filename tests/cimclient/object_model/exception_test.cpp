@@ -6,6 +6,7 @@
 #include <type_traits>
 
 #include "Pegasus/Client/CIMClientException.h"
+#include "Pegasus/Common/CIMInstance.h"
 #include "support/client_view.h"
 
 namespace {
@@ -13,7 +14,7 @@ namespace {
 using namespace Pegasus;
 using support::TextOf;
 
-/// Each derives directly from Exception: it is none of the others, nor a std::exception.
+/// An Exception, but no CIMException, nor a std::exception.
 template <class Thrown>
 constexpr bool kIsTransportFailure =
     std::is_base_of_v<Exception, Thrown> && !std::is_base_of_v<CIMException, Thrown> &&
@@ -67,8 +68,18 @@ TEST(HttpErrors, ComposeTheirTexts) {
     EXPECT_EQ(text("Service Unavailable", "", ""), "HTTP Error (503 Service Unavailable).");
     EXPECT_EQ(text("Busy", "ce", ""), "HTTP Error (503 Busy): CIMError = \"ce\".");
     EXPECT_EQ(text("Busy", "", "d"), "HTTP Error (503 Busy): Detail = \"d\".");
+    EXPECT_EQ(text("", "ce", ""), "HTTP Error (503): CIMError = \"ce\".");
+    EXPECT_EQ(text("", "", "d"), "HTTP Error (503): Detail = \"d\".");
     EXPECT_EQ(text("", "", ""), "HTTP Error (503).");
-    EXPECT_EQ(Error(503, "Busy", "ce", "d").getCode(), 503U);
+    EXPECT_EQ(TextOf(Error(503, "ce", "d").getMessage()), text("", "ce", "d"));
+}
+
+TEST(HttpErrors, TellTheirParts) {
+    CIMClientHTTPErrorException error(400, "r", "", "");
+    error = CIMClientHTTPErrorException(503, "Busy", "ce", "d");
+    EXPECT_EQ(error.getCode(), 503U);
+    EXPECT_EQ(TextOf(error.getCIMError()), "ce");
+    EXPECT_EQ(TextOf(error.getCIMErrorDetail()), "d");
 }
 
 TEST(CimErrors, HaveTheirDescriptionForAText) {
@@ -77,22 +88,52 @@ TEST(CimErrors, HaveTheirDescriptionForAText) {
     EXPECT_EQ(error.getCode(), CIM_ERR_FAILED);
     EXPECT_EQ(TextOf(error.getMessage()), "why");
     EXPECT_EQ(TextOf(CIMException(CIM_ERR_FAILED).getMessage()), "");
-    EXPECT_EQ(CIMException(static_cast<CIMStatusCode>(99)).getCode(), 99);
+    for (const int code : {18, 29, 99, -1}) {
+        EXPECT_EQ(CIMException(static_cast<CIMStatusCode>(code)).getCode(), code);
+    }
     const Exception plain = error;
     EXPECT_EQ(TextOf(plain.getMessage()), "why");
+}
+
+TEST(CimErrors, KeepTheirInstancesWhenCopied) {
+    CIMException error(CIM_ERR_FAILED, "why", CIMInstance(CIMName("K")));
+    error.addError(CIMInstance(CIMName("L")));
+    CIMException copy;
+    copy = error;
+    EXPECT_EQ(copy.getErrorCount(), 2U);
+    EXPECT_EQ(TextOf(copy.getError(1).getClassName().getString()), "L");
 }
 
 TEST(CimErrors, HaveNames) {
     const std::pair<int, const char*> names[] = {
         {0, "CIM_ERR_SUCCESS"},
         {1, "CIM_ERR_FAILED"},
+        {2, "CIM_ERR_ACCESS_DENIED"},
         {3, "CIM_ERR_INVALID_NAMESPACE"},
+        {4, "CIM_ERR_INVALID_PARAMETER"},
         {5, "CIM_ERR_INVALID_CLASS"},
+        {6, "CIM_ERR_NOT_FOUND"},
+        {7, "CIM_ERR_NOT_SUPPORTED"},
+        {8, "CIM_ERR_CLASS_HAS_CHILDREN"},
+        {9, "CIM_ERR_CLASS_HAS_INSTANCES"},
+        {10, "CIM_ERR_INVALID_SUPERCLASS"},
+        {11, "CIM_ERR_ALREADY_EXISTS"},
+        {12, "CIM_ERR_NO_SUCH_PROPERTY"},
         {13, "CIM_ERR_TYPE_MISMATCH"},
+        {14, "CIM_ERR_QUERY_LANGUAGE_NOT_SUPPORTED"},
+        {15, "CIM_ERR_INVALID_QUERY"},
+        {16, "CIM_ERR_METHOD_NOT_AVAILABLE"},
         {17, "CIM_ERR_METHOD_NOT_FOUND"},
         {18, "empty"},
         {19, "empty"},
         {20, "CIM_ERR_NAMESPACE_NOT_EMPTY"},
+        {21, "CIM_ERR_INVALID_ENUMERATION_CONTEXT"},
+        {22, "CIM_ERR_INVALID_OPERATION_TIMEOUT"},
+        {23, "CIM_ERR_PULL_HAS_BEEN_ABANDONED"},
+        {24, "CIM_ERR_PULL_CANNOT_BE_ABANDONED"},
+        {25, "CIM_ERR_FILTERED_ENUMERATION_NOT_SUPPORTED"},
+        {26, "CIM_ERR_CONTINUATION_ON_ERROR_NOT_SUPPORTED"},
+        {27, "CIM_ERR_SERVER_LIMITS_EXCEEDED"},
         {28, "CIM_ERR_SERVER_IS_SHUTTING_DOWN"},
         {29, "Unrecognized CIM status code"},
         {1000, "Unrecognized CIM status code"},

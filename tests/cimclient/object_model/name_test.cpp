@@ -12,11 +12,11 @@ using support::FailureOf;
 using support::TextOf;
 
 TEST(Name, IsLettersDigitsAndUnderscores) {
-    for (const char* name : {"a", "_x9", "CIM_Foo", "\xC3\xA9t\xC3\xA9"}) {
+    for (const char* name : {"a", "_x9", "CIM_Foo", "\xC3\xA9t\xC3\xA9", "\xEF\xBF\xAF"}) {
         EXPECT_EQ(FailureOf([&] { CIMName one(name); }), "nothing thrown") << name;
         EXPECT_TRUE(CIMName::legal(name)) << name;
     }
-    for (const char* name : {"x y", "", "9abc", "a-b", "a.b", "a/b"}) {
+    for (const char* name : {"x y", "", "9abc", "a-b", "a.b", "a/b", "\xEF\xBF\xB0"}) {
         EXPECT_EQ(FailureOf([&] { CIMName one(name); }),
                   "InvalidNameException [The CIM name is not valid: " + std::string(name) + "]");
         EXPECT_FALSE(CIMName::legal(name)) << name;
@@ -61,8 +61,7 @@ TEST(PropertyList, TellsNullFromEmpty) {
     names.append(CIMName("B"));
     EXPECT_EQ(TextOf(CIMPropertyList(names).toString()), "a, B");
     const CIMPropertyList two(names);
-    EXPECT_EQ(FailureOf([&] { two[2]; }),
-              "IndexOutOfBoundsException [index out of bounds]");
+    EXPECT_EQ(FailureOf([&] { two[2]; }), "IndexOutOfBoundsException [index out of bounds]");
     names.append(CIMName());
     EXPECT_EQ(FailureOf([&] { CIMPropertyList list(names); }),
               "UninitializedObjectException [uninitialized object]");

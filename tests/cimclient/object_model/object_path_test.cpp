@@ -73,6 +73,21 @@ TEST(ObjectPath, BuiltOfPartsSortsItsKeys) {
     EXPECT_EQ(TextOf(CIMObjectPath("host", CIMNamespaceName(), "K").toString()), "//host/:K");
 }
 
+TEST(ObjectPath, KeepsKeyTextsVerbatim) {
+    Array<CIMKeyBinding> keys;
+    keys.append(CIMKeyBinding("n", "zz", CIMKeyBinding::NUMERIC));
+    keys.append(CIMKeyBinding("s", "a\n\xE2\x82\xAC", CIMKeyBinding::STRING));
+    EXPECT_EQ(TextOf(CIMObjectPath("", CIMNamespaceName(), "X", keys).toString()),
+              "X.n=zz,s=\"a\n\xE2\x82\xAC\"");
+}
+
+TEST(ObjectPath, IsAValue) {
+    CIMObjectPath path("X.k=1");
+    const CIMObjectPath copy = path;
+    path.setClassName(CIMName("Y"));
+    EXPECT_EQ(TextOf(copy.toString()), "X.k=1");
+}
+
 TEST(ObjectPath, TakesKeysOfEveryScalarType) {
     const std::pair<CIMValue, const char*> keys[] = {
         {CIMValue(Uint32(7)), "X.k=7"},
@@ -152,10 +167,12 @@ TEST(ObjectPath, SaysWhyATextIsNone) {
                   "MalformedObjectNameException [malformed object name: " +
                       std::string(refusal.input) + ", reason:\"" + refusal.reason + "\"]");
     }
-    CIMObjectPath path;
-    EXPECT_EQ(FailureOf([&] { path.setHost("a b"); }),
-              "MalformedObjectNameException [malformed object name: a b, reason:\"invalid "
-              "hostname\"]");
+    for (const char* host : {"a b", "256.1.1.1", "host:99999", "h.", "-h", "[fe80::1]"}) {
+        CIMObjectPath path;
+        EXPECT_EQ(FailureOf([&] { path.setHost(host); }),
+                  "MalformedObjectNameException [malformed object name: " + std::string(host) +
+                      ", reason:\"invalid hostname\"]");
+    }
 }
 
 TEST(ObjectPath, TakesHostsOfEveryKind) {

@@ -70,12 +70,28 @@ TEST_F(ReplyHead, MayCarryTheCimStatus) {
     }
 }
 
+TEST_F(ReplyHead, ThatIsRefusedLeavesTheNextRequestSound) {
+    for (const std::string& refused :
+         {Reply("503 Service Unavailable", {"Content-Length: 0"}, ""),
+          Reply("200 OK", {"CIMOperation: Other", "Content-Length: 0"}, ""),
+          Reply("200 OK",
+                {"CIMOperation: MethodResponse", "Content-Type: text/html", "Content-Length: 0"},
+                ""),
+          Answer("<?xml version=\"1.0\"?><CIM/>")}) {
+        client.disconnect();
+        Converse({Replies({refused, AnswerOf(1)}), Replies({AnswerOf(1)})});
+        EXPECT_THAT(Enumerate(), ::testing::HasSubstr("Exception"));
+        EXPECT_EQ(Enumerate(), "1 objects") << refused;
+    }
+}
+
 TEST_F(ReplyHead, WithAnotherStatusIsAnHttpErrorWhateverItsBody) {
     for (const char* status :
          {"201 Created", "204 No Content", "206 Partial Content", "302 Found", "400 Bad Request",
           "403 Forbidden", "404 Not Found", "405 Method Not Allowed",
-          "407 Proxy Authentication Required", "413 Too Large", "500 Internal Server Error",
-          "501 Not Implemented", "503 Service Unavailable"}) {
+          "407 Proxy Authentication Required", "411 Length Required", "413 Too Large",
+          "417 Expectation Failed", "500 Internal Server Error", "501 Not Implemented",
+          "503 Service Unavailable"}) {
         const std::string code = std::string(status).substr(0, 3);
         const std::string body = std::string(status) == "204 No Content" ? "" : BodyReturning("");
         EXPECT_EQ(OutcomeOfAnswer(Reply(status,
