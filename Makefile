@@ -1,6 +1,6 @@
 # The front door: everything here also works on a bare Debian 12.
 .DEFAULT_GOAL := build
-.PHONY: build run test asan tsan bench check-instructions setup clean format transcripts
+.PHONY: build run test asan ubsan tsan fuzz bench check-instructions setup clean format transcripts
 
 build: build/build.ninja
 	@cmake --build build --target kalvex kalvex_cli
@@ -25,10 +25,18 @@ check-instructions: build/build.ninja
 	@scripts/check_instructions build/bin/decode_reply
 
 # The whole suite under sanitizers.
-asan tsan: setup
+asan ubsan tsan: setup
 	@cmake --preset $@
 	@cmake --build --preset $@
 	@ctest --preset $@ --parallel 2
+
+# Looks for inputs that do harm, for SECONDS with each fuzzer.
+SECONDS ?= 60
+fuzz:
+	@scripts/setup clang libclang-rt-14-dev
+	@cmake --preset fuzz
+	@cmake --build --preset fuzz
+	@scripts/fuzz $(SECONDS)
 
 # Rewrites the expected logs and shows what changed, for review.
 transcripts: build

@@ -5,4 +5,5 @@ target_compile_options(kalvex_compile_options INTERFACE
   -Wall -Wextra -Wpedantic -Wconversion -Wshadow
   $<$<BOOL:${KALVEX_WARNINGS_AS_ERRORS}>:-Werror>
   $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>  # GCC 12 sees overlaps in std::string's operator+
+  $<$<CXX_COMPILER_ID:Clang>:-Wno-inline-namespace-reopened-noninline>  # Config.h opened it inline
   -ffile-prefix-map=${PROJECT_SOURCE_DIR}/=)

@@ -51,8 +51,9 @@ void Connection::Serve() {
 /// Takes up the connection, with TLS where it is spoken. Gives false when it is over already.
 bool Connection::Open() {
     struct SettleAtEnd {
-        Journal& journal;
+        explicit SettleAtEnd(Journal& its_journal) : journal(its_journal) {}
         ~SettleAtEnd() { journal.Settled(); }
+        Journal& journal;
     };
     std::optional<SettleAtEnd> settle(std::in_place, server_.journal);
     if (const auto misbehaviour = server_.misbehaviours.ForConnection()) {

@@ -21,12 +21,13 @@ constexpr const char* kHostRemedy =
 Json Parse(std::string_view text, const std::string& source_name) {
     try {
         return Json::parse(text);
-    } catch (const Json::parse_error& error) {
+    } catch (const Json::exception& error) {  // malformed, or a number that no double can hold
         const std::string what = error.what();
-        const auto begin = what.find("parse error at ");
-        throw DescriptionError(source_name + ": not valid JSON: " +
-                               (begin == std::string::npos ? what : what.substr(begin)) +
-                               ": correct the text there");
+        const auto end_of_code = what.find("] ");
+        throw DescriptionError(
+            source_name + ": not valid JSON: " +
+            (end_of_code == std::string::npos ? what : what.substr(end_of_code + 2)) +
+            ": correct the text there");
     }
 }
 

@@ -131,6 +131,8 @@ TEST(Description, TextThatIsNoJsonIsReportedWithLineAndColumn) {
     EXPECT_THAT(ErrorOf("{\n \"name\": oops}"),
                 ::testing::StartsWith("my.json: not valid JSON: parse error at line 2, column 10"));
     EXPECT_THAT(ErrorOf(""), ::testing::StartsWith("my.json: not valid JSON: "));
+    EXPECT_EQ(ErrorOf("[1e400]"),
+              "my.json: not valid JSON: number overflow parsing '1e400': correct the text there");
 }
 
 struct BadDescription {

@@ -257,10 +257,17 @@ CIMDateTime CIMDateTime::operator-(const CIMDateTime& x) const {
 }
 
 CIMDateTime CIMDateTime::operator*(Uint64 x) const {
-    return CIMDateTime(toMicroSeconds() * x, true);
+    Uint64 product = 0;
+    if (__builtin_mul_overflow(toMicroSeconds(), x, &product)) {
+        ThrowIllegal("days number");
+    }
+    return CIMDateTime(product, true);
 }
 
 CIMDateTime CIMDateTime::operator/(Uint64 x) const {
+    if (x == 0) {
+        ThrowIllegal("divisor");
+    }
     return CIMDateTime(toMicroSeconds() / x, true);
 }
 

@@ -63,4 +63,13 @@ TEST(DateTime, CountsMicroseconds) {
               1000000);
 }
 
+TEST(DateTime, CalculatesOnlyWhatAnIntervalCanHold) {
+    const CIMDateTime day("00000001000000.000000:000");
+    EXPECT_EQ(TextOf((day * 3).toString()), "00000003000000.000000:000");
+    EXPECT_EQ(TextOf((day / 2).toString()), "00000000120000.000000:000");
+    EXPECT_THROW(day * 100000000, DateTimeOutOfRangeException);
+    EXPECT_THROW(day * ~Uint64{0}, DateTimeOutOfRangeException);
+    EXPECT_THROW(day / 0, DateTimeOutOfRangeException);
+}
+
 }  // namespace
