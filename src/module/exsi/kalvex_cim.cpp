@@ -185,19 +185,22 @@ int KalvexCim::ReadTable(const TableQuery<Record>& query, std::vector<Record>& r
     for (const Column<Record>& column : query.columns) {
         texts.push_back(&properties[column.property]);
     }
+    PropertyReader reader(properties);
+    records.reserve(records.size() + instances.size());
     for (Pegasus::Uint32 i = 0; i < instances.size(); ++i) {
         for (std::string* text : texts) {
             text->clear();
         }
-        GetPropertiesFromInstance(instances[i], properties);
+        reader.Read(instances[i]);
         Record record;
         for (std::size_t c = 0; c < texts.size(); ++c) {
             if (query.columns[c].store != nullptr) {
-                query.columns[c].store(record, *texts[c]);
+                query.columns[c].store(record, std::move(*texts[c]));
             }
         }
         complete(instances[i], record);
         records.push_back(std::move(record));
+        instances[i] = Pegasus::CIMInstance();  // released while it is in the processor's caches
     }
     return kCimOk;
 }

@@ -18,7 +18,7 @@ using ZTEXSI::IPProtocolData;
 using ZTEXSI::VMwarePrivilegeData;
 
 /// Hosts number their log records as signed 32-bit integers.
-void StoreRecordId(IPMIEVENT& event, const std::string& text) {
+void StoreRecordId(IPMIEVENT& event, std::string&& text) {
     event.record_id = static_cast<std::uint64_t>(std::int64_t{LeadingNumber(text).value_or(0)});
 }
 

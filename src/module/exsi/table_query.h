@@ -4,6 +4,7 @@
 
 #include <span>
 #include <string>
+#include <utility>
 
 namespace Zentar::Agentless {
 
@@ -12,7 +13,7 @@ namespace Zentar::Agentless {
 template <class Record>
 struct Column {
     const char* property;
-    void (*store)(Record& record, const std::string& text) = nullptr;
+    void (*store)(Record& record, std::string&& text) = nullptr;
 };
 
 template <class Record>
@@ -25,13 +26,13 @@ struct TableQuery {
 
 /// Stores the text as it stands.
 template <auto Field, class Record>
-void Verbatim(Record& record, const std::string& text) {
-    record.*Field = text;
+void Verbatim(Record& record, std::string&& text) {
+    record.*Field = std::move(text);
 }
 
 /// Stores the word that the decoder gives for the text.
 template <auto Field, auto Decoder, class Record>
-void Decoded(Record& record, const std::string& text) {
+void Decoded(Record& record, std::string&& text) {
     record.*Field = Decoder(text);
 }
 

@@ -91,33 +91,6 @@ bool HasClient(CimConnection& conn) {
     return true;
 }
 
-/// One wanted property of an instance or object: looks it up and stores its text.
-template <class CimThing>
-void ReadProperty(const CimThing& thing, const std::string& name, std::string& text) {
-    const Pegasus::Uint32 position = thing.findProperty(Pegasus::CIMName(name.c_str()));
-    if (position == PEG_NOT_FOUND) {
-        ZENTAR_LOG(2) << "Property " << name << " is not found!";
-        return;
-    }
-    const Pegasus::CIMConstProperty property = thing.getProperty(position);
-    text = GetPropertyValueText(property);
-    ZENTAR_LOG(4) << name << " = " << text << " with raw data ("
-                  << ToText(property.getValue().toString()) << ")";
-}
-
-template <class CimThing>
-void ReadProperties(const CimThing& thing, const char* kind, PropertyMap& properties) {
-    ZENTAR_LOG(4) << "Showing properties for " << ToText(thing.getPath().toString());
-    for (auto& [name, text] : properties) {
-        try {
-            ReadProperty(thing, name, text);
-        } catch (const Pegasus::Exception& e) {
-            ZENTAR_LOG(1) << "Get properties from CIM " << kind
-                          << " failed with the reason: " << ToText(e.getMessage());
-        }
-    }
-}
-
 Pegasus::Array<Pegasus::String> StringsOf(const Pegasus::CIMConstQualifier& qualifier) {
     Pegasus::Array<Pegasus::String> strings;
     qualifier.getValue().get(strings);
@@ -239,12 +212,64 @@ int GetCIMArrayFromAssociators(Pegasus::CIMObjectPath source, Pegasus::CIMName a
     }
 }
 
+PropertyReader::PropertyReader(PropertyMap& properties) {
+    wanted_.reserve(properties.size());
+    for (auto& [name, text] : properties) {
+        wanted_.push_back({name, text, {}});
+    }
+}
+
+void PropertyReader::Read(const Pegasus::CIMInstance& instance) { ReadAll(instance, "instance"); }
+
+void PropertyReader::Read(const Pegasus::CIMObject& object) { ReadAll(object, "object"); }
+
+template <class CimThing>
+void PropertyReader::ReadAll(const CimThing& thing, const char* kind) {
+    ZENTAR_LOG(4) << "Showing properties for " << ToText(thing.getPath().toString());
+    for (Wanted& wanted : wanted_) {
+        try {
+            ReadProperty(thing, wanted);
+        } catch (const Pegasus::Exception& e) {
+            ZENTAR_LOG(1) << "Get properties from CIM " << kind
+                          << " failed with the reason: " << ToText(e.getMessage());
+        }
+    }
+}
+
+template <class CimThing>
+void PropertyReader::ReadProperty(const CimThing& thing, Wanted& wanted) {
+    const Pegasus::Uint32 position = Find(thing, wanted);
+    if (position == PEG_NOT_FOUND) {
+        ZENTAR_LOG(2) << "Property " << wanted.name << " is not found!";
+        return;
+    }
+    const Pegasus::CIMConstProperty property = thing.getProperty(position);
+    wanted.text = GetPropertyValueText(property);
+    ZENTAR_LOG(4) << wanted.name << " = " << wanted.text << " with raw data ("
+                  << ToText(property.getValue().toString()) << ")";
+}
+
+template <class CimThing>
+Pegasus::Uint32 PropertyReader::Find(const CimThing& thing, Wanted& wanted) {
+    if (wanted.cim_name.isNull()) {
+        wanted.cim_name = Pegasus::CIMName(wanted.name.c_str());
+    }
+    const bool is_there = wanted.last_position < thing.getPropertyCount() &&
+                          thing.getProperty(wanted.last_position).getName() == wanted.cim_name;
+    const Pegasus::Uint32 position =
+        is_there ? wanted.last_position : thing.findProperty(wanted.cim_name);
+    if (position != PEG_NOT_FOUND) {
+        wanted.last_position = position;
+    }
+    return position;
+}
+
 void GetPropertiesFromInstance(const Pegasus::CIMInstance& instance, PropertyMap& properties) {
-    ReadProperties(instance, "instance", properties);
+    PropertyReader(properties).Read(instance);
 }
 
 void GetPropertiesFromObject(const Pegasus::CIMObject& object, PropertyMap& properties) {
-    ReadProperties(object, "object", properties);
+    PropertyReader(properties).Read(object);
 }
 
 std::string GetPropertyValueText(const Pegasus::CIMConstProperty& property) {

@@ -8,6 +8,7 @@
 
 #include <map>
 #include <string>
+#include <vector>
 
 #include "common/records/connection_info.h"
 
@@ -61,6 +62,31 @@ int GetCIMArrayFromAssociators(Pegasus::CIMObjectPath source, Pegasus::CIMName a
 /// cannot be read is logged and leaves its text as it was.
 void GetPropertiesFromInstance(const Pegasus::CIMInstance& instance, PropertyMap& properties);
 void GetPropertiesFromObject(const Pegasus::CIMObject& object, PropertyMap& properties);
+
+/// The same for many instances of one class: names are made once, and each property is looked for
+/// where the instance before had it. The map must outlive the reader, and its keys must stay.
+class PropertyReader {
+public:
+    explicit PropertyReader(PropertyMap& properties);
+    void Read(const Pegasus::CIMInstance& instance);
+    void Read(const Pegasus::CIMObject& object);
+
+private:
+    struct Wanted {
+        const std::string& name;
+        std::string& text;
+        Pegasus::CIMName cim_name;  ///< made when the property is first looked for
+        Pegasus::Uint32 last_position = 0;
+    };
+    template <class CimThing>
+    static Pegasus::Uint32 Find(const CimThing& thing, Wanted& wanted);
+    template <class CimThing>
+    static void ReadProperty(const CimThing& thing, Wanted& wanted);
+    template <class CimThing>
+    void ReadAll(const CimThing& thing, const char* kind);
+
+    std::vector<Wanted> wanted_;
+};
 
 /// The property's value as trimmed text; with both a ValueMap and a Values qualifier (DSP0004) the
 /// word for the value, or empty text when the value is not in the map. May throw.
