@@ -5,6 +5,7 @@
 #include "cli/connection_probe.h"
 #include "cli/password.h"
 #include "cli/simulated_host.h"
+#include "common/platform/wipe.h"
 #include "module/exsi/kalvex.h"
 #include "simhost/server.h"
 
@@ -53,7 +54,7 @@ void HostSession::Connect(const std::string& password) {
     info.connection_type = options_.transport == Transport::kHttps ? 1 : 0;
     info.connection_case = kCimCase;
     host_ = std::make_unique<Zentar::Agentless::Kalvex>(info);
-    Wipe(info.password);
+    Zentar::Wipe(info.password);
 }
 
 }  // namespace command

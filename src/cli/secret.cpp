@@ -6,26 +6,22 @@
 #include <cerrno>
 #include <utility>
 
+#include "common/platform/wipe.h"
+
 namespace command {
 
 void Wipe(char* bytes, std::size_t count) { explicit_bzero(bytes, count); }
-
-void Wipe(std::string& text) {
-    text.resize(text.capacity());
-    Wipe(text.data(), text.size());
-    text.clear();
-}
 
 Secret::Secret() { text_.reserve(kCapacity); }
 
 Secret::Secret(std::string_view text) : Secret() { text_ = text; }
 
-Secret::~Secret() { Wipe(text_); }
+Secret::~Secret() { Zentar::Wipe(text_); }
 
 Secret::Secret(Secret&& other) noexcept : text_(std::move(other.text_)) { other.text_.clear(); }
 
 Secret& Secret::operator=(Secret&& other) noexcept {
-    Wipe(text_);
+    Zentar::Wipe(text_);
     std::swap(text_, other.text_);
     return *this;
 }

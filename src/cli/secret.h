@@ -9,9 +9,6 @@ namespace command {
 /// Overwrites the bytes, also where the compiler sees no further use of them.
 void Wipe(char* bytes, std::size_t count);
 
-/// Empties a text and overwrites what it held.
-void Wipe(std::string& text);
-
 /// A text that is overwritten when it is destroyed. It has its full capacity from the start, so
 /// that growing leaves no copies behind.
 class Secret {

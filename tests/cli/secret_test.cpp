@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <cerrno>
 
+#include "common/platform/wipe.h"
+
 namespace {
 
 using command::Secret;
@@ -64,7 +66,7 @@ TEST(Wipe, OverwritesTheWholeBuffer) {
     text.resize(6);
     const char* const place = text.data();
     const std::size_t capacity = text.capacity();
-    command::Wipe(text);
+    Zentar::Wipe(text);
     ASSERT_EQ(text.data(), place);
     EXPECT_TRUE(text.empty());
     EXPECT_TRUE(std::all_of(place, place + capacity, [](char c) { return c == '\0'; }));

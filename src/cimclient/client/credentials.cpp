@@ -50,6 +50,7 @@ Credentials& Credentials::operator=(Credentials&& other) noexcept {
 }
 
 void Wipe(std::string& text) {
+    text.resize(text.capacity());
     OPENSSL_cleanse(text.data(), text.size());
     text.clear();
 }

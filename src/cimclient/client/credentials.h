@@ -23,7 +23,7 @@ private:
     std::string value_;
 };
 
-/// Overwrites the text and empties it.
+/// Overwrites all the memory that the text has, and empties it.
 void Wipe(std::string& text);
 
 /// Whether a WWW-Authenticate field offers Basic, alone or beside other schemes.

@@ -46,13 +46,14 @@ void Session::Connect(const String& host, unsigned port, const Pegasus::SSLConte
     host_ = host.utf8().empty() ? "localhost" : std::string(host.utf8());
     port_ = port;
     tls_ = tls != nullptr ? std::make_unique<TlsSettings>(*tls) : nullptr;
-    credentials_ = Credentials(user.utf8(), password.utf8());
     Open();
+    credentials_ = Credentials(user.utf8(), password.utf8());
     is_open_ = true;
 }
 
 void Session::Disconnect() {
     connection_.reset();
+    credentials_ = Credentials();
     is_open_ = false;
     challenged_ = false;
 }
@@ -155,14 +156,23 @@ std::optional<Session::Answer> Session::SendOnce(const Operation& operation,
     }
 }
 
+namespace {
+
+struct WipeAtEnd {
+    ~WipeAtEnd() { Wipe(text); }
+    std::string& text;
+};
+
+}  // namespace
+
 bool Session::Send(const Operation& operation, Deadline deadline) {
-    std::string request = WriteHead(
-        {HostField(host_, port_), operation.method, operation.name_space, operation.body.size(),
-         challenged_ ? credentials_.AuthorizationValue() : std::string()});
-    request += operation.body;
-    const bool sent = connection_->Write(request, deadline);
-    Wipe(request);
-    return sent;
+    const std::string_view authorization =
+        challenged_ ? credentials_.AuthorizationValue() : std::string_view();
+    std::string request = WriteHttpRequest(
+        {HostField(host_, port_), operation.method, operation.name_space, authorization},
+        operation.body);
+    const WipeAtEnd wipe{request};
+    return connection_->Write(request, deadline);
 }
 
 namespace {

@@ -26,20 +26,31 @@ std::string PercentEncoded(std::string_view text) {
     return encoded;
 }
 
+/// All but the credentials, without the blank line behind the head.
+std::string PublicFields(const RequestHead& head, std::size_t body_bytes) {
+    char length[32];
+    std::snprintf(length, sizeof length, "%010zu", body_bytes);
+    return "POST /cimom HTTP/1.1\r\nHOST: " + head.host +
+           "\r\nContent-Type: application/xml; charset=utf-8\r\ncontent-length: " + length +
+           "\r\nTE: chunked, trailers\r\nCIMOperation: MethodCall\r\nCIMMethod: " + head.method +
+           "\r\nCIMObject: " + PercentEncoded(head.object) + "\r\n";
+}
+
 }  // namespace
 
-std::string WriteHead(const RequestHead& head) {
-    char length[32];
-    std::snprintf(length, sizeof length, "%010zu", head.body_bytes);
-    std::string text =
-        "POST /cimom HTTP/1.1\r\nHOST: " + head.host +
-        "\r\nContent-Type: application/xml; charset=utf-8\r\ncontent-length: " + length +
-        "\r\nTE: chunked, trailers\r\nCIMOperation: MethodCall\r\nCIMMethod: " + head.method +
-        "\r\nCIMObject: " + PercentEncoded(head.object) + "\r\n";
+std::string WriteHttpRequest(const RequestHead& head, std::string_view body) {
+    constexpr std::string_view kFieldName = "Authorization: ";
+    constexpr std::string_view kLineEnd = "\r\n";
+    const std::string fields = PublicFields(head, body.size());
+    std::string request;
+    request.reserve(fields.size() + kFieldName.size() + head.authorization.size() +
+                    2 * kLineEnd.size() + body.size());
+    request.append(fields);
     if (!head.authorization.empty()) {
-        text += "Authorization: " + head.authorization + "\r\n";
+        request.append(kFieldName).append(head.authorization).append(kLineEnd);
     }
-    return text + "\r\n";
+    request.append(kLineEnd).append(body);
+    return request;
 }
 
 }  // namespace cimclient

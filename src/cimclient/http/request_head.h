@@ -1,19 +1,20 @@
-// The head of a CIM request over HTTP (DSP0200).
+// CIM requests over HTTP (DSP0200).
 #pragma once
 
 #include <string>
+#include <string_view>
 
 namespace cimclient {
 
 struct RequestHead {
-    std::string host;    ///< as the user named it, with the port
-    std::string method;  ///< the CIM operation
-    std::string object;  ///< the namespace
-    std::size_t body_bytes;
-    std::string authorization;  ///< the field's value, empty for none
+    std::string host;                ///< as the user named it, with the port
+    std::string method;              ///< the CIM operation
+    std::string object;              ///< the namespace
+    std::string_view authorization;  ///< the field's value, empty for none
 };
 
-/// With the empty line at its end.
-std::string WriteHead(const RequestHead& head);
+/// Head and body. The text is written without ever growing, which would leave a copy of the
+/// credentials behind.
+std::string WriteHttpRequest(const RequestHead& head, std::string_view body);
 
 }  // namespace cimclient

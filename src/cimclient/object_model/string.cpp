@@ -228,7 +228,10 @@ Char16& String::operator[](Uint32 index) {
     if (index > size()) {
         throw IndexOutOfBoundsException();
     }
-    detail::Utf16Form& form = Editable().Utf16();
+    StringBody& body = Editable();
+    detail::Utf16Form& form = body.Utf16();
+    // What is stale must not outlive a secret that is overwritten unit by unit.
+    std::memset(body.Bytes(), 0, body.size);
     form.leads = true;
     return form.units[index];
 }

@@ -99,7 +99,7 @@ std::size_t Utf16Length(std::string_view utf8) {
 
 std::vector<Char16> ToUtf16(std::string_view utf8) {
     std::vector<Char16> units;
-    units.reserve(utf8.size());
+    units.reserve(utf8.size() + 1);  // the caller may add a terminator without moving them
     while (!utf8.empty()) {
         const std::size_t length = Utf8SequenceLength(utf8);
         const char32_t code_point = DecodeSequence(utf8.substr(0, length));

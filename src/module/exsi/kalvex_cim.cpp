@@ -5,6 +5,7 @@
 
 #include "common/cimom/src/cimfunc.h"
 #include "common/log/log_message.h"
+#include "common/platform/wipe.h"
 #include "module/exsi/identifying_info.h"
 #include "module/exsi/pci_tables.h"
 #include "module/exsi/table_queries.h"
@@ -117,6 +118,7 @@ KalvexCim::~KalvexCim() {
     ZENTAR_LOG(4) << "Calling destructor of KalvexCim";
     Destroy(cimv2_connection_);
     Destroy(hardware_connection_);
+    Wipe(connection_info_.password);
 }
 
 int KalvexCim::GetComputerSystem(ComputerSystem& record) {

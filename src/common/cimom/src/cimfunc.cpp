@@ -2,6 +2,7 @@
 
 #include "common/log/log_message.h"
 #include "common/platform/sleep.h"
+#include "common/platform/wipe.h"
 
 namespace Zentar {
 
@@ -37,15 +38,40 @@ int ConnectNewClient(CimConnection& conn) {
     return result;
 }
 
+/// A password on its way to the client, overwritten behind it.
+class PasswordText {
+public:
+    explicit PasswordText(const std::string& password) {
+        try {
+            text_ = ToCimString(password);
+        } catch (const Pegasus::Exception&) {
+            // Its message repeats the text, and is going to be logged.
+            throw Pegasus::Exception("The password is not valid UTF-8.");
+        }
+    }
+    ~PasswordText() {
+        for (Pegasus::Uint32 i = 0; i < text_.size(); ++i) {
+            text_[i] = Pegasus::Char16();
+        }
+    }
+    PasswordText(const PasswordText&) = delete;
+    PasswordText& operator=(const PasswordText&) = delete;
+
+    const Pegasus::String& text() const { return text_; }
+
+private:
+    Pegasus::String text_;
+};
+
 void ConnectOnce(CimConnection& conn, const Pegasus::SSLContext& ssl_context) {
     const auto& info = conn.info;
     const Pegasus::String host = ToCimString(info.host);
     const Pegasus::String user = ToCimString(info.user);
-    const Pegasus::String password = ToCimString(info.password);
+    const PasswordText password(info.password);
     if (info.connection_type == kHttp) {
-        conn.client->connect(host, info.port, user, password);
+        conn.client->connect(host, info.port, user, password.text());
     } else {
-        conn.client->connect(host, info.port, ssl_context, user, password);
+        conn.client->connect(host, info.port, ssl_context, user, password.text());
     }
 }
 
@@ -123,7 +149,10 @@ CimConnection::CimConnection(const Pegasus::CIMNamespaceName& ns_,
     ConnectNewClient(*this);
 }
 
-CimConnection::~CimConnection() { DestroyClient(*this); }
+CimConnection::~CimConnection() {
+    DestroyClient(*this);
+    Wipe(info.password);
+}
 
 int ConnectCimServer(CimConnection& conn) {
     const auto& info = conn.info;
