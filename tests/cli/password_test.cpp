@@ -1,7 +1,5 @@
-// Where the password is taken from, and that it stays secret.
+// Where the password is taken from.
 #include <signal.h>
-
-#include <thread>
 
 #include "cli/command_test.h"
 
@@ -9,7 +7,6 @@ namespace clitest {
 namespace {
 
 using testing::HasSubstr;
-using testing::Not;
 
 class Password : public CommandTest {
 protected:
@@ -28,11 +25,6 @@ protected:
         const std::string prompt = "Password for root@127.0.0.1: ";
         EXPECT_THAT(kalvex->ReadTerminalUntil(prompt), HasSubstr(prompt));
         return kalvex;
-    }
-    void WaitForARequest() {
-        while (Server().requests().empty()) {
-            std::this_thread::yield();
-        }
     }
 };
 
@@ -121,28 +113,6 @@ TEST_F(Password, FileThatCannotBeReadIsReported) {
                 Complains(2, "missing: No such file or directory"));
     EXPECT_THAT(Run(Arguments({"--password-file", PathOf("")})), Complains(2, "Is a directory"));
     EXPECT_THAT(WithPasswordFile(std::string("a\0b", 3)), Complains(2, "NUL byte"));
-}
-
-TEST_F(Password, AppearsInNoMessageAtAnyLevel) {
-    for (const char* password : {kPassword, "wrong-secret"}) {
-        const Finished finished =
-            Run({Arguments({"--log-level", "4"}), {{"KALVEX_PASSWORD", password}}});
-        EXPECT_THAT(finished.err, HasSubstr("root:**********@127.0.0.1"));
-        EXPECT_THAT(finished.err + finished.out, Not(HasSubstr(password)));
-    }
-}
-
-TEST_F(Password, AppearsInNoProcessList) {
-    // Without an account the request itself is stalled, not only the one after a challenge.
-    Serve();
-    Server().Misbehave(simhost::Misbehaviours::Stall());
-    auto kalvex = Launch({Arguments(), {{"KALVEX_PASSWORD", "geheim-42"}}});
-    WaitForARequest();
-    const std::string process = "/proc/" + std::to_string(kalvex->id());
-    EXPECT_THAT(ReadFile(process + "/cmdline"), HasSubstr("inventory"));
-    EXPECT_THAT(ReadFile(process + "/environ"), HasSubstr("PATH="));
-    EXPECT_THAT(ReadFile(process + "/cmdline"), Not(HasSubstr("geheim-42")));
-    EXPECT_THAT(ReadFile(process + "/environ"), Not(HasSubstr("geheim-42")));
 }
 
 }  // namespace
