@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 
@@ -93,12 +94,15 @@ void ReplayingHost::Serve() {
         for (const auto& [socket, request] : requests_) {
             watched.push_back({socket, POLLIN, 0});
         }
-        Required(::poll(watched.data(), watched.size(), -1));
+        if (::poll(watched.data(), watched.size(), -1) < 0) {
+            Required(errno == EINTR ? 0 : -1);  // libFuzzer's clock
+            continue;
+        }
         if (watched[0].revents != 0) {
             break;
         }
         if (watched[1].revents != 0) {
-            requests_[Required(::accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC))];
+            Accept();
         }
         for (std::size_t i = 2; i < watched.size(); ++i) {
             if (watched[i].revents != 0) {
@@ -108,6 +112,13 @@ void ReplayingHost::Serve() {
     }
     for (const auto& [socket, request] : requests_) {
         ::close(socket);
+    }
+}
+
+void ReplayingHost::Accept() {
+    const int socket = ::accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC);
+    if (socket >= 0) {  // or the client has gone already
+        requests_[socket];
     }
 }
 

@@ -29,6 +29,7 @@ public:
 
 private:
     void Serve();
+    void Accept();
     void Hear(int socket);
     std::string NextReply(std::string_view request);
 

@@ -50,7 +50,10 @@ std::string DescriptionNode::Pointer() const {
 }
 
 void DescriptionNode::Fail(const std::string& what, const std::string& remedy) const {
-    const std::string where = parent_ == nullptr ? "the top level" : Pointer();
+    // As in a JSON string, so that names with line breaks stay on the message's one line.
+    const std::string pointer = Quote(Pointer());
+    const std::string where =
+        parent_ == nullptr ? "the top level" : pointer.substr(1, pointer.size() - 2);
     throw DescriptionError(*source_name_ + ": " + what + " at " + where + ": " + remedy);
 }
 

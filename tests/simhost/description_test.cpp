@@ -155,6 +155,8 @@ const BadDescription kBad[] = {
      "an object is expected, not array at the top level: write one with \"name\", \"namespaces\""},
     {"UnknownMember", R"({"nmae": "x", "namespaces": {}})",
      "unknown member \"nmae\" at /nmae: write one of \"name\", \"namespaces\""},
+    {"UnknownMemberWithLineBreak", R"({"a\nb": "x", "namespaces": {}})",
+     R"(unknown member "a\nb" at /a\nb: write one of "name", "namespaces")"},
     {"NoNamespaces", R"({"name": "x"})",
      "\"namespaces\" is missing at the top level: write {\"name\": \"esx01\", \"namespaces\": "
      "{\"root/cimv2\": {...}}}"},
