@@ -3,6 +3,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -20,6 +21,12 @@ std::vector<Measurement> DecodeMeasurements();
 std::vector<Measurement> ModuleMeasurements();
 std::vector<Measurement> LinkMeasurements();
 std::vector<Measurement> ThreadMeasurements();
+
+inline double Median(std::vector<double> values) {
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
 
 /// Reports `seconds()` as the time of each iteration, and the least as the counter "seconds".
 template <class Work>

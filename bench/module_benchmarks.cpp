@@ -18,12 +18,6 @@ using Zentar::Agentless::Kalvex;
 
 constexpr std::size_t kFirstPackages = 10;
 
-double Median(std::vector<double> values) {
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::nth_element(values.begin(), middle, values.end());
-    return *middle;
-}
-
 double SecondsOfPackages(std::uint16_t port, std::size_t packages) {
     Kalvex host(HostAt(port, Link::kHttp));
     const double started = ProcessorSeconds();

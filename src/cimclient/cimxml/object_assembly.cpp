@@ -8,6 +8,7 @@
 namespace cimclient {
 
 using namespace Pegasus;
+using Pegasus::detail::Pieces;
 
 namespace {
 
@@ -35,7 +36,7 @@ private:
 };
 
 template <class Named>
-bool HasName(const std::vector<Named>& named, const CIMName& name) {
+bool HasName(const Pieces<Named>& named, const CIMName& name) {
     for (const Named& one : named) {
         if (one.getName() == name) {
             return true;
@@ -47,8 +48,8 @@ bool HasName(const std::vector<Named>& named, const CIMName& name) {
 }  // namespace
 
 template <class Named>
-std::vector<Named> FirstOfEachName(std::vector<Named>& all) {
-    std::vector<Named> kept;
+Pieces<Named> FirstOfEachName(std::vector<Named>& all) {
+    Pieces<Named> kept;
     kept.reserve(all.size());
     SeenNames seen;
     MarkedNames marked;
@@ -63,7 +64,7 @@ std::vector<Named> FirstOfEachName(std::vector<Named>& all) {
     return kept;
 }
 
-template std::vector<CIMQualifier> FirstOfEachName(std::vector<CIMQualifier>& all);
+template Pieces<CIMQualifier> FirstOfEachName(std::vector<CIMQualifier>& all);
 
 CIMInstance AssembleInstance(const CIMObjectPath& path, std::vector<CIMQualifier>& qualifiers,
                              std::vector<CIMProperty>& properties) {

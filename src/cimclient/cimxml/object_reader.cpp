@@ -163,7 +163,7 @@ void ObjectReader::ReadQualifier(std::vector<CIMQualifier>& qualifiers) {
 
 ObjectReader::PropertyElement ObjectReader::ReadPropertyHead() {
     PropertyElement element;
-    element.body = blocks_.Make();
+    element.body = Shared<PropertyBody>(new PropertyBody);
     element.is_array = xml_.IsOpen("PROPERTY.ARRAY");
     element.is_reference = xml_.IsOpen("PROPERTY.REFERENCE");
     xml_.ForEachAttribute([&](std::string_view attribute, std::string_view value) {

@@ -14,7 +14,6 @@
 #include "cimxml/name_cache.h"
 #include "cimxml/text_cache.h"
 #include "cimxml/value_reader.h"
-#include "object_model/property_blocks.h"
 #include "xml/xml_reader.h"
 
 namespace cimclient {
@@ -59,7 +58,6 @@ private:
     XmlReader& xml_;
     NameCache names_;
     TextCache texts_;
-    Pegasus::detail::PropertyBlocks blocks_;
     // Kept from instance to instance for their memory.
     std::vector<Pegasus::CIMProperty> properties_;
     std::vector<ValueText> element_texts_;

@@ -52,12 +52,12 @@ std::optional<String> Read<String>(std::string_view text, TextCache& cache) {
 }
 
 template <>
-std::optional<CIMDateTime> Read<CIMDateTime>(std::string_view text, TextCache&) {
+std::optional<CIMDateTime> Read<CIMDateTime>(std::string_view text, TextCache& cache) {
     if (text.empty()) {
         return CIMDateTime();
     }
     try {
-        return CIMDateTime(String::FromUtf8(text));
+        return CIMDateTime(cache.Text(text));
     } catch (const Exception&) {
         return std::nullopt;
     }

@@ -24,7 +24,7 @@ void CheckName(const CIMName& name) {
 }
 
 template <class Handle>
-Uint32 FindByName(const std::vector<Handle>& handles, const CIMName& name) {
+Uint32 FindByName(const Pieces<Handle>& handles, const CIMName& name) {
     for (std::size_t i = 0; i < handles.size(); ++i) {
         if (handles[i].getName() == name) {
             return static_cast<Uint32>(i);
@@ -34,7 +34,7 @@ Uint32 FindByName(const std::vector<Handle>& handles, const CIMName& name) {
 }
 
 template <class Handle>
-void AppendNamed(std::vector<Handle>& handles, const Handle& x, const char* kind) {
+void AppendNamed(Pieces<Handle>& handles, const Handle& x, const char* kind) {
     if (FindByName(handles, x.getName()) != PEG_NOT_FOUND) {
         throw AlreadyExistsException(String::FromUtf8(std::string(kind) + " \"") +
                                      x.getName().getString() + "\"");
@@ -43,7 +43,7 @@ void AppendNamed(std::vector<Handle>& handles, const Handle& x, const char* kind
 }
 
 template <class Handle>
-bool SameHandles(const std::vector<Handle>& x, const std::vector<Handle>& y) {
+bool SameHandles(const Pieces<Handle>& x, const Pieces<Handle>& y) {
     if (x.size() != y.size()) {
         return false;
     }
@@ -56,8 +56,8 @@ bool SameHandles(const std::vector<Handle>& x, const std::vector<Handle>& y) {
 }
 
 template <class Handle>
-std::vector<Handle> Clones(const std::vector<Handle>& handles) {
-    std::vector<Handle> clones;
+Pieces<Handle> Clones(const Pieces<Handle>& handles) {
+    Pieces<Handle> clones;
     clones.reserve(handles.size());
     for (const Handle& handle : handles) {
         clones.push_back(handle.clone());

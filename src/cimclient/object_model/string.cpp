@@ -29,7 +29,6 @@ struct Utf16Form {
 /// unless a reference to a unit is out: then the units lead, and the body is no longer shared.
 struct StringBody : Counted {
     static StringBody* Make(std::string_view text);
-    static void operator delete(void* memory) { ::operator delete(memory); }
     ~StringBody() { delete utf16.load(std::memory_order_relaxed); }
 
     char* Bytes() { return reinterpret_cast<char*>(this + 1); }
@@ -52,7 +51,7 @@ StringBody* StringBody::Make(std::string_view text) {
     if (text.size() > kMaxBytes) {
         throw std::bad_alloc();
     }
-    auto* body = new (::operator new(sizeof(StringBody) + text.size() + 1)) StringBody;
+    auto* body = ::new (TakePiece(sizeof(StringBody) + text.size() + 1)) StringBody;
     body->size = static_cast<Uint32>(text.size()) & kMaxBytes;
     body->ascii = IsAscii(text);
     text.copy(body->Bytes(), text.size());

@@ -20,7 +20,7 @@ struct BooleanCell {
 template <class T>
 struct ArrayBody : Counted {
     using Cell = std::conditional_t<std::is_same_v<T, Boolean>, BooleanCell, T>;
-    std::vector<Cell> cells;
+    Pieces<Cell> cells;
 };
 
 }  // namespace detail
@@ -100,7 +100,7 @@ private:
     static Boolean& ValueOf(detail::BooleanCell& cell) { return cell.value; }
     static const Boolean& ValueOf(const detail::BooleanCell& cell) { return cell.value; }
 
-    std::vector<Cell>& Editable() {
+    detail::Pieces<Cell>& Editable() {
         if (!body_) {
             body_ = detail::Shared<Body>(new Body);
         } else if (!body_.IsUnique()) {

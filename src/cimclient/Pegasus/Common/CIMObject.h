@@ -1,8 +1,6 @@
 // CIM objects: instances, or classes, with their path. See CIMInstance.h for what a handle is.
 #pragma once
 
-#include <vector>
-
 #include "Pegasus/Common/Array.h"
 #include "Pegasus/Common/CIMName.h"
 #include "Pegasus/Common/CIMObjectPath.h"
@@ -21,8 +19,8 @@ namespace detail {
 
 struct ObjectBody : Counted {
     CIMObjectPath path;
-    std::vector<CIMQualifier> qualifiers;
-    std::vector<CIMProperty> properties;
+    Pieces<CIMQualifier> qualifiers;
+    Pieces<CIMProperty> properties;
     Boolean is_class = false;
 };
 

@@ -6,7 +6,6 @@
 #pragma once
 
 #include <memory>
-#include <vector>
 
 #include "Pegasus/Common/Array.h"
 #include "Pegasus/Common/CIMName.h"
@@ -25,7 +24,7 @@ class PropertyAccess;
 /// What few properties have.
 struct PropertyExtras {
     CIMName reference_class;
-    std::vector<CIMQualifier> qualifiers;
+    Pieces<CIMQualifier> qualifiers;
     Uint32 array_size = 0;
 };
 
@@ -35,15 +34,11 @@ struct PropertyBody : Counted {
     PropertyExtras& EditableExtras();
 
     Boolean propagated = false;
-    /// The place in a block of properties, counted from 1; 0 for memory of its own.
-    Uint16 place = 0;
     CIMName name;
     CIMValue value;
     CIMName class_origin;
     std::unique_ptr<PropertyExtras> extras;
 };
-
-void Dispose(PropertyBody* body);
 
 /// What both kinds of handle can read.
 class PropertyHandle {

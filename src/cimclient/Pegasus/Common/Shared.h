@@ -2,9 +2,10 @@
 #pragma once
 
 #include <atomic>
+#include <cstddef>
 #include <utility>
 
-#include "Pegasus/Common/Config.h"
+#include "Pegasus/Common/Pieces.h"
 
 PEGASUS_NAMESPACE_BEGIN
 
@@ -17,14 +18,11 @@ struct Counted {
     Counted(const Counted&) noexcept {}
     Counted& operator=(const Counted&) = delete;
 
+    static void* operator new(std::size_t size) { return TakePiece(size); }
+    static void operator delete(void* body) noexcept { ReturnPiece(body); }
+
     std::atomic<Uint32> references{1};
 };
-
-/// Frees a body that nobody refers to any more.
-template <class Body>
-void Dispose(Body* body) {
-    delete body;
-}
 
 /// Owns one reference to a body, or none.
 template <class Body>
@@ -47,7 +45,7 @@ public:
         // The only owner needs no atomic write: nobody else can add a reference.
         if (body_ != nullptr &&
             (IsUnique() || body_->references.fetch_sub(1, std::memory_order_acq_rel) == 1)) {
-            Dispose(body_);
+            delete body_;
         }
     }
 
