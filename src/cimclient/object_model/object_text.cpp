@@ -1,5 +1,7 @@
 #include "object_model/object_text.h"
 
+#include <algorithm>
+
 #include "object_model/value_body.h"
 
 namespace Pegasus::kalvex::detail {
@@ -98,6 +100,35 @@ void AppendProperty(std::string& out, const CIMConstProperty& property) {
     out.append("</").append(element).append(">\n");
 }
 
+bool StandsForItself(char c) {
+    const auto byte = static_cast<unsigned char>(c);
+    return byte >= 0x20 && byte != 0x7F && c != '<' && c != '>' && c != '&' && c != '"' &&
+           c != '\'';
+}
+
+void AppendCharacterReference(std::string& out, char c) {
+    switch (c) {
+        case '<':
+            out += "&lt;";
+            break;
+        case '>':
+            out += "&gt;";
+            break;
+        case '&':
+            out += "&amp;";
+            break;
+        case '"':
+            out += "&quot;";
+            break;
+        case '\'':
+            out += "&apos;";
+            break;
+        default:
+            out += "&#" + std::to_string(static_cast<int>(c)) + ";";
+            break;
+    }
+}
+
 }  // namespace
 
 void AppendObjectText(std::string& out, const CIMConstObject& object) {
@@ -117,29 +148,14 @@ void AppendObjectText(std::string& out, const CIMConstObject& object) {
 }
 
 void AppendXmlEscaped(std::string& out, std::string_view text) {
-    for (const char c : text) {
-        switch (c) {
-            case '<':
-                out += "&lt;";
-                break;
-            case '>':
-                out += "&gt;";
-                break;
-            case '&':
-                out += "&amp;";
-                break;
-            case '"':
-                out += "&quot;";
-                break;
-            case '\'':
-                out += "&apos;";
-                break;
-            default:
-                if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F) {
-                    out += "&#" + std::to_string(static_cast<int>(c)) + ";";
-                } else {
-                    out += c;
-                }
+    while (!text.empty()) {
+        const auto* const special = std::find_if_not(text.begin(), text.end(), StandsForItself);
+        const auto plain = static_cast<std::size_t>(special - text.begin());
+        out.append(text.substr(0, plain));
+        text.remove_prefix(plain);
+        if (!text.empty()) {
+            AppendCharacterReference(out, text.front());
+            text.remove_prefix(1);
         }
     }
 }
