@@ -1,6 +1,6 @@
 # The front door: everything here also works on a bare Debian 12.
 .DEFAULT_GOAL := build
-.PHONY: build run test asan ubsan tsan fuzz bench check-instructions setup clean format transcripts
+.PHONY: build run test asan ubsan tsan fuzz bench time-limits check-instructions setup clean format transcripts
 
 build: build/build.ninja
 	@cmake --build build --target kalvex kalvex_cli
@@ -17,6 +17,12 @@ bench: build/build.ninja
 	@cmake -B build -DKALVEX_BUILD_BENCHMARKS=ON >/dev/null
 	@cmake --build build --target kalvex_bench
 	@build/bin/kalvex_bench --json build/bench.json
+
+# Prints how exactly the client keeps its time limits with hosts that stall.
+time-limits: build/build.ninja
+	@cmake -B build -DKALVEX_BUILD_BENCHMARKS=ON >/dev/null
+	@cmake --build build --target time_limits
+	@build/bin/time_limits
 
 # Fails when decoding takes a tenth more instructions than it did.
 check-instructions: build/build.ninja

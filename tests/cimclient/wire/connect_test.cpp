@@ -1,48 +1,9 @@
-#include <arpa/inet.h>
-#include <netinet/in.h>
-#include <poll.h>
-#include <sys/socket.h>
-#include <unistd.h>
-
+#include "bench/stalling_host.h"
 #include "cimclient/wire/wire_test.h"
 
 namespace {
 
 using namespace support;
-
-/// A port that answers no further attempt to connect: its queue is full.
-class SilentPort {
-public:
-    SilentPort() {
-        sockaddr_in address = {};
-        address.sin_family = AF_INET;
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        socklen_t size = sizeof address;
-        auto* generic = reinterpret_cast<sockaddr*>(&address);
-        bind(sockets_[0], generic, size);
-        listen(sockets_[0], 0);
-        getsockname(sockets_[0], generic, &size);
-        port = ntohs(address.sin_port);
-        pollfd connected = {sockets_[1], POLLOUT, 0};
-        connect(sockets_[1], generic, size);
-        poll(&connected, 1, -1);
-        connect(sockets_[2], generic, size);
-    }
-    ~SilentPort() {
-        for (const int socket : sockets_) {
-            close(socket);
-        }
-    }
-    SilentPort(const SilentPort&) = delete;
-    SilentPort& operator=(const SilentPort&) = delete;
-
-    unsigned port = 0;
-
-private:
-    static int NewSocket() { return socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK, 0); }
-
-    int sockets_[3] = {NewSocket(), NewSocket(), NewSocket()};
-};
 
 class Connecting : public wire::WireTest {
 protected:
@@ -61,11 +22,11 @@ TEST_F(Connecting, ToAClosedPortFailsAtOnce) {
 }
 
 TEST_F(Connecting, ToASilentPortTakesAsLongAsTheTimeoutAllows) {
-    const SilentPort silent;
+    const bench::FullBacklog silent;
     client.setTimeout(wire::kShortTimeout);
-    EXPECT_EQ(OutcomeOfHost("127.0.0.1", silent.port),
-              "CannotConnectException [Cannot connect to 127.0.0.1:" + std::to_string(silent.port) +
-                  ". Connection failed.]");
+    EXPECT_EQ(OutcomeOfHost("127.0.0.1", silent.port()),
+              "CannotConnectException [Cannot connect to 127.0.0.1:" +
+                  std::to_string(silent.port()) + ". Connection failed.]");
 }
 
 TEST_F(Connecting, NeedsAHostThatCanBe) {

@@ -10,6 +10,23 @@ class Timeout : public wire::WireTest {
 protected:
     Timeout() { client.setTimeout(wire::kShortTimeout); }
 
+    /// The outcome of connecting by TLS to a server that plays this.
+    std::string HandshakeOutcome(const Conversation& conversation) {
+        Serve({conversation});
+        const std::string outcome = FailureOf([this] {
+            client.connect("127.0.0.1", server->port(), Pegasus::SSLContext("", nullptr), "", "");
+        });
+        server->AwaitHangUp(0);
+        return outcome;
+    }
+
+    void ConnectOverTls(const Conversation& conversation) {
+        client.disconnect();
+        server = std::make_unique<ScriptedServer>(
+            std::vector<Conversation>{conversation, Replies({AnswerOf(1)})}, TlsOptions());
+        client.connect("127.0.0.1", server->port(), Pegasus::SSLContext("", nullptr), "", "");
+    }
+
     /// The outcome of an operation on a server that plays this, and then of one on a sound server.
     void ExpectTimeout(const Conversation& conversation) {
         client.disconnect();
@@ -54,6 +71,31 @@ TEST_F(Timeout, IsNotPutOffByBytesThatKeepArriving) {
 
 TEST_F(Timeout, EndsTheWaitBehindAChallenge) {
     ExpectTimeout({AwaitRequest(), Send(Challenge()), AwaitRequest()});
+}
+
+TEST_F(Timeout, EndsAHandshakeThatGoesOnForever) {
+    // The beginning of a TLS record that announces more.
+    const std::string record("\x16\x03\x03\x10\x00\x02", 6);
+    for (const Conversation& conversation :
+         {Conversation{AwaitByte()}, {AwaitByte(), Send(record)}, {AwaitByte(), Drip(record)}}) {
+        const std::string outcome = HandshakeOutcome(conversation);
+        EXPECT_EQ(outcome, "CannotConnectException [Cannot connect to 127.0.0.1:" +
+                               std::to_string(server->port()) + ". Connection failed.]");
+    }
+}
+
+TEST_F(Timeout, EndsTheWaitOverTls) {
+    for (const Conversation& conversation :
+         {Conversation{AwaitRequest()},
+          {AwaitRequest(), Send("HTTP/1.1 200 OK\r\nCIMOperation: Meth")},
+          {AwaitRequest(), Send(AnswerHead() + BodyReturning(""))},
+          {AwaitRequest(), Drip("HTTP/1.1 200 OK\r\nX")},
+          {AwaitRequest(), Drip(AnswerHead() + " ")}}) {
+        ConnectOverTls(conversation);
+        EXPECT_EQ(Enumerate(), kTimedOut);
+        server->AwaitHangUp(0);
+        EXPECT_EQ(Enumerate(), "1 objects") << "the next operation connects again by itself";
+    }
 }
 
 TEST_F(Timeout, EndsAWriteThatIsNotTaken) {

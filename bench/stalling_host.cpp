@@ -1,0 +1,98 @@
+#include "stalling_host.h"
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <system_error>
+#include <utility>
+
+namespace bench {
+
+namespace {
+
+sockaddr_in Loopback(std::uint16_t port) {
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    address.sin_port = htons(port);
+    return address;
+}
+
+/// The port that it listens on.
+std::uint16_t Listen(int socket, int backlog) {
+    sockaddr_in address = Loopback(0);
+    socklen_t size = sizeof address;
+    auto* const generic = reinterpret_cast<sockaddr*>(&address);
+    if (bind(socket, generic, size) != 0 || listen(socket, backlog) != 0 ||
+        getsockname(socket, generic, &size) != 0) {
+        throw std::system_error(errno, std::generic_category(), "listen");
+    }
+    return ntohs(address.sin_port);
+}
+
+/// A request that is not taken shall not disappear in the kernel.
+int SocketOfSmallBuffer() {
+    const int made = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    const int bytes = 4096;
+    setsockopt(made, SOL_SOCKET, SO_RCVBUF, &bytes, sizeof bytes);
+    return made;
+}
+
+}  // namespace
+
+StallingHost::StallingHost(Act act)
+    : act_(std::move(act)),
+      listener_(SocketOfSmallBuffer()),
+      port_(Listen(listener_, SOMAXCONN)),
+      serving_([this] { Serve(); }) {}
+
+StallingHost::~StallingHost() {
+    shutdown(listener_, SHUT_RDWR);
+    {
+        const std::lock_guard lock(mutex_);
+        shutdown(connection_, SHUT_RDWR);
+    }
+    serving_.join();
+    close(listener_);
+}
+
+void StallingHost::Serve() {
+    for (int socket = 0; (socket = accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC)) >= 0;) {
+        SetConnection(socket);
+        act_(socket);
+        SetConnection(-1);
+        close(socket);
+    }
+}
+
+void StallingHost::SetConnection(int socket) {
+    const std::lock_guard lock(mutex_);
+    connection_ = socket;
+}
+
+FullBacklog::FullBacklog() : listener_(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+    port_ = Listen(listener_, 0);
+    const sockaddr_in address = Loopback(port_);
+    int type = SOCK_STREAM | SOCK_CLOEXEC;
+    for (int& filler : fillers_) {
+        filler = socket(AF_INET, type, 0);
+        // The first one is completed and never taken; the others wait for it.
+        if (connect(filler, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0 &&
+            errno != EINPROGRESS) {
+            throw std::system_error(errno, std::generic_category(), "connect");
+        }
+        type |= SOCK_NONBLOCK;
+    }
+}
+
+FullBacklog::~FullBacklog() {
+    for (const int filler : fillers_) {
+        close(filler);
+    }
+    close(listener_);
+}
+
+}  // namespace bench
