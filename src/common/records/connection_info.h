@@ -7,7 +7,8 @@
 namespace Zentar::ZentarConnection {
 
 /// Connection parameters, owned and filled by the caller; the module keeps copies. The password is
-/// never written to the log.
+/// never written to the log, and the module's copies of it are overwritten when they are no longer
+/// needed.
 struct ConnectionInfo {
     std::string host;            ///< host name or address, without brackets or port
     std::uint16_t port = 0;      ///< TCP port; 5989 is customary for HTTPS, 5988 for HTTP
