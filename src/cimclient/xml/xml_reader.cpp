@@ -155,6 +155,11 @@ void XmlReader::KeepOpenNames() {
 /// and again takes no more than twice the time.
 void XmlReader::FetchMore() {
     KeepOpenNames();
+    // Blanks at the ends of a text never count, so there is no need to keep any at its beginning.
+    if (at_ == blank_from_) {
+        at_ = text_.size();
+    }
+    blank_from_ = kNone;
     Forget();
     const std::size_t wanted = std::max(kWindow, 2 * text_.size());
     do {
@@ -191,6 +196,7 @@ void XmlReader::SkipLongSpace() {
         ++at;
     }
     if (at == text_.size()) [[unlikely]] {
+        blank_from_ = at_;
         RequireComplete();
     }
     at_ = at;
@@ -225,6 +231,7 @@ void XmlReader::RequireDeclaration() {
         RequireComplete();
     }
     at_ = 0;
+    lines_forgotten_ = 0;
     FailValidation("Expected <?xml ... ?> style declaration");
 }
 

@@ -182,6 +182,7 @@ private:
     std::string_view text_;
     bool is_complete_ = false;
     std::size_t lines_forgotten_ = 0;
+    std::size_t blank_from_ = std::string_view::npos;  ///< to the end of what is at hand
 
     std::size_t at_ = 0;
     XmlToken token_;

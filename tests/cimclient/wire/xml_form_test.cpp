@@ -78,6 +78,20 @@ TEST(XmlForm, ThatIsBrokenSaysWhereAndHow) {
               Malformed("One or more tags are still open: on line 7"));
 }
 
+TEST(XmlForm, CountsBlankLinesWhetherTheyAreKeptOrNot) {
+    for (const std::size_t count : {std::size_t{10}, std::size_t{1000000}}) {
+        const std::string blank_lines(count, '\n');
+        const std::string line = std::to_string(count + 6);
+        EXPECT_EQ(OutcomeOfBody(blank_lines + BodyReturning("")), "0 objects");
+        EXPECT_EQ(OutcomeOfBody(blank_lines + "<html>"), kNoDeclaration);
+        EXPECT_EQ(OutcomeOfContent("<IRETURNVALUE>" + blank_lines + "<A/></IRETURNVALUE>"),
+                  Malformed("Validation error: on line " + line +
+                            ": Expected close of IRETURNVALUE element, got A instead"));
+        EXPECT_EQ(OutcomeInside(blank_lines + "<PROPERTY NAME/>"),
+                  Malformed("Bad attribute name: on line " + line));
+    }
+}
+
 TEST(XmlForm, ThatIsBrokenIsNeverTakenForSound) {
     for (const char* piece :
          {"<PROPERTY NAME=a TYPE=\"string\"/>", "<PROPERTY NAME=\"a\" TYPE=\"string\"",
