@@ -1,6 +1,6 @@
 # The front door: everything here also works on a bare Debian 12.
 .DEFAULT_GOAL := build
-.PHONY: build run test asan ubsan tsan fuzz bench time-limits check-instructions setup clean format transcripts
+.PHONY: build run test asan ubsan tsan fuzz bench time-limits soak check-instructions setup clean format transcripts
 
 build: build/build.ninja
 	@cmake --build build --target kalvex kalvex_cli
@@ -23,6 +23,13 @@ time-limits: build/build.ninja
 	@cmake -B build -DKALVEX_BUILD_BENCHMARKS=ON >/dev/null
 	@cmake --build build --target time_limits
 	@build/bin/time_limits
+
+# Reads misbehaving hosts for MINUTES and fails when that leaves anything behind.
+MINUTES ?= 1
+soak: build/build.ninja
+	@cmake -B build -DKALVEX_BUILD_BENCHMARKS=ON >/dev/null
+	@cmake --build build --target soak
+	@GLIBC_TUNABLES=glibc.malloc.tcache_count=0 build/bin/soak --minutes $(MINUTES)
 
 # Fails when decoding takes a tenth more instructions than it did.
 check-instructions: build/build.ninja

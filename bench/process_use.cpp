@@ -41,10 +41,12 @@ PeakMemory::PeakMemory() {
 }
 
 std::size_t PeakMemory::Growth() const {
-    const std::size_t peak = StatusBytes("VmHWM:");
+    const std::size_t peak = PeakResidentBytes();
     return peak > before_ ? peak - before_ : 0;
 }
 
 std::size_t ResidentBytes() { return StatusBytes("VmRSS:"); }
+
+std::size_t PeakResidentBytes() { return StatusBytes("VmHWM:"); }
 
 }  // namespace bench

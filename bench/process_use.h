@@ -21,4 +21,7 @@ private:
 /// Resident memory of this process, in bytes.
 std::size_t ResidentBytes();
 
+/// The most that it has been since the process started or a PeakMemory was made, in bytes.
+std::size_t PeakResidentBytes();
+
 }  // namespace bench
