@@ -1,6 +1,7 @@
 # The front door: everything here also works on a bare Debian 12.
 .DEFAULT_GOAL := build
-.PHONY: build run test asan ubsan tsan fuzz bench time-limits soak check-instructions setup clean format transcripts
+.PHONY: build run test asan ubsan tsan threads coverage fuzz bench time-limits soak check-instructions setup \
+    clean format transcripts
 
 build: build/build.ninja
 	@cmake --build build --target kalvex kalvex_cli
@@ -42,6 +43,22 @@ asan ubsan tsan: setup
 	@cmake --preset $@
 	@cmake --build --preset $@
 	@ctest --preset $@ --parallel 2
+
+# Many hosts read on many threads at once, under ThreadSanitizer.
+threads: setup
+	@cmake --preset tsan
+	@cmake --build --preset tsan --target many_threads_test cimclient_object_model_test
+	@ctest --preset tsan --tests-regex '^(ManyThreads|PieceBlocks)'
+
+# Prints which share of the lines of the client and of the access to it the suite runs.
+coverage:
+	@scripts/setup gcovr
+	@cmake --preset coverage
+	@cmake --build --preset coverage
+	@find build/coverage -name '*.gcda' -delete
+	@ctest --preset coverage --parallel 2
+	@gcovr --root . --object-directory build/coverage --exclude-throw-branches \
+	    --filter src/cimclient --filter src/common/cimom --print-summary --output build/coverage/lines.txt
 
 # Looks for inputs that do harm, for SECONDS with each fuzzer.
 SECONDS ?= 60
