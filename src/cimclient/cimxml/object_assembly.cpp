@@ -1,9 +1,9 @@
 #include "cimxml/object_assembly.h"
 
+#include <algorithm>
 #include <cstdint>
+#include <numeric>
 #include <utility>
-
-#include "cimxml/seen_names.h"
 
 namespace cimclient {
 
@@ -12,7 +12,7 @@ using Pegasus::detail::Pieces;
 
 namespace {
 
-/// Up to this many, comparing each with each is quicker than hashing.
+/// Up to this many, comparing each with each is quicker than sorting.
 constexpr std::size_t kFewNames = 32;
 
 /// Tells most names apart at a glance: each marks one of 64 places, by its length and letters.
@@ -45,20 +45,62 @@ bool HasName(const Pieces<Named>& named, const CIMName& name) {
     return false;
 }
 
+/// In any case: below, above or equal to 0.
+int Compare(const CIMName& x, const CIMName& y) {
+    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c; };
+    const std::string_view a = x.getString().utf8();
+    const std::string_view b = y.getString().utf8();
+    for (std::size_t i = 0; i < std::min(a.size(), b.size()); ++i) {
+        if (const int difference = lower(a[i]) - lower(b[i]); difference != 0) {
+            return difference;
+        }
+    }
+    return a.size() < b.size() ? -1 : a.size() > b.size();
+}
+
+/// Tells of each whether its name occurs before it. Sorting takes its time, but no host can choose
+/// names that make it take much longer, as it could with hashing.
+template <class Named>
+std::vector<bool> Repetitions(const std::vector<Named>& all) {
+    std::vector<std::size_t> order(all.size());
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    std::sort(order.begin(), order.end(), [&](std::size_t x, std::size_t y) {
+        const int comparison = Compare(all[x].getName(), all[y].getName());
+        return comparison != 0 ? comparison < 0 : x < y;
+    });
+    std::vector<bool> repeats(all.size());
+    for (std::size_t i = 1; i < order.size(); ++i) {
+        repeats[order[i]] = Compare(all[order[i - 1]].getName(), all[order[i]].getName()) == 0;
+    }
+    return repeats;
+}
+
+template <class Named>
+Pieces<Named> FirstOfFew(std::vector<Named>& all) {
+    Pieces<Named> kept;
+    kept.reserve(all.size());
+    MarkedNames marked;
+    for (Named& one : all) {
+        if (marked.Add(one.getName()) || !HasName(kept, one.getName())) {
+            kept.push_back(std::move(one));
+        }
+    }
+    return kept;
+}
+
 }  // namespace
 
 template <class Named>
 Pieces<Named> FirstOfEachName(std::vector<Named>& all) {
+    if (all.size() <= kFewNames) {
+        return FirstOfFew(all);
+    }
+    const std::vector<bool> repeats = Repetitions(all);
     Pieces<Named> kept;
     kept.reserve(all.size());
-    SeenNames seen;
-    MarkedNames marked;
-    const bool few = all.size() <= kFewNames;
-    for (Named& one : all) {
-        const bool is_new = few ? marked.Add(one.getName()) || !HasName(kept, one.getName())
-                                : seen.Add(one.getName());
-        if (is_new) {
-            kept.push_back(std::move(one));
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        if (!repeats[i]) {
+            kept.push_back(std::move(all[i]));
         }
     }
     return kept;
