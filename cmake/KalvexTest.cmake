@@ -26,5 +26,5 @@ function(kalvex_test name)
   target_link_libraries(${name} PRIVATE ${TEST_LIBRARIES} kalvex_compile_options GTest::gmock_main)
   target_precompile_headers(${name} REUSE_FROM test_headers)
   gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60
-    PROPERTIES LABELS ${TEST_LABEL} TIMEOUT 120)
+    PROPERTIES LABELS ${TEST_LABEL} TIMEOUT 300)
 endfunction()

@@ -102,8 +102,9 @@ bool SameLetter(char a, char b) {
 }
 
 bool Matches(const Rule& rule, std::string_view reason) {
-    const auto found = std::ranges::search(reason, rule.pattern, SameLetter);
-    return !found.empty() && (rule.where == Where::kAnywhere || found.begin() == reason.begin());
+    const auto* const found = std::search(reason.begin(), reason.end(), rule.pattern.begin(),
+                                          rule.pattern.end(), SameLetter);
+    return found != reason.end() && (rule.where == Where::kAnywhere || found == reason.begin());
 }
 
 }  // namespace

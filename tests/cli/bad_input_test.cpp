@@ -215,7 +215,7 @@ TEST_F(BadInput, TlsAlertInPlaceOfHttpPointsToTheTransport) {
 
 TEST_F(BadInput, ReplyCutInHalfIsExplainedWhereverItIsCut) {
     Serve();
-    for (const std::size_t bytes : {200, 400, 700, 701, 705, 720}) {
+    for (const std::size_t bytes : {200U, 400U, 700U, 701U, 705U, 720U}) {
         Server().Behave();
         Server().Misbehave(Misbehaviours::Truncate(bytes));
         ExpectNothingRead({"os"}, "reply was cut off", "try again");

@@ -19,7 +19,7 @@ public:
     static const String EMPTY;
 
 private:
-    char padding_[96];
+    [[maybe_unused]] char padding_[96];
     std::string text_;
 };
 

@@ -30,7 +30,11 @@ TEST(DateTime, RefusesOtherForms) {
 }
 
 TEST(DateTime, NamesTheFieldThatIsOutOfRange) {
-    const std::pair<const char*, const char*> refusals[] = {
+    struct Refusal {
+        const char* text;
+        const char* what;
+    };
+    const Refusal refusals[] = {
         {"20231305060708.123456+000", "illegal month number"},
         {"20230005060708.123456+000", "illegal month number"},
         {"20230230060708.123456+000", "illegal day number"},
@@ -38,10 +42,10 @@ TEST(DateTime, NamesTheFieldThatIsOutOfRange) {
         {"20230405250708.123456+000", "illegal hours number "},
         {"20230405060760.123456+000", "illegal seconds number "},
     };
-    for (const auto& [text, what] : refusals) {
-        EXPECT_EQ(
-            FailureOf([&] { CIMDateTime time(text); }),
-            "DateTimeOutOfRangeException [DateTime is out of range : " + std::string(what) + "]");
+    for (const Refusal& refusal : refusals) {
+        EXPECT_EQ(FailureOf([&] { CIMDateTime time(refusal.text); }),
+                  "DateTimeOutOfRangeException [DateTime is out of range : " +
+                      std::string(refusal.what) + "]");
     }
 }
 
