@@ -44,7 +44,7 @@ asan ubsan tsan: setup-clang
 	@cmake --build --preset $@
 	@ctest --preset $@ --parallel 2
 
-# Many hosts read on many threads at once, under ThreadSanitizer.
+# A host read on many threads at once, under ThreadSanitizer.
 threads: setup-clang
 	@cmake --preset tsan
 	@cmake --build --preset tsan --target many_threads_test cimclient_object_model_test
@@ -84,6 +84,7 @@ build/build.ninja: | setup
 	@cmake --preset release
 
 format:
+	@scripts/setup clang-format
 	@git ls-files '*.h' '*.cpp' | xargs clang-format -i
 
 clean:

@@ -111,9 +111,13 @@ void Report(const std::vector<Figure>& figures, const Readings& readings,
 
 int Main(int argc, char** argv) {
     CLI::App program("Measures how fast the client and the module are");
+    std::vector<std::string> known;
+    for (const Figure& figure : Figures()) {
+        known.push_back(figure.name);
+    }
     std::vector<std::string> names;
     std::string json_file;
-    program.add_option("--only", names, "Figures to measure [all]");
+    program.add_option("--only", names, "Figures to measure [all]")->check(CLI::IsMember(known));
     program.add_option("--json", json_file, "File to write the figures to");
     CLI11_PARSE(program, argc, argv);
 

@@ -37,7 +37,6 @@ public:
     ServerProcess& operator=(const ServerProcess&) = delete;
 
     std::uint16_t port() const { return port_; }
-    pid_t pid() const { return child_; }
     Counts counts() const;
 
 private:

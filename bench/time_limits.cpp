@@ -197,7 +197,9 @@ std::vector<Stall> Stalls() {
 
 double Allowed(unsigned limit) { return 0.02 * limit + 50; }
 
-void Report(const Stall& stall) {
+/// Whether the stall ended within what is allowed, at each limit.
+bool Report(const Stall& stall) {
+    bool all_kept = true;
     for (const unsigned limit : kLimits) {
         double measured = 0;
         for (int i = 0; i < kRepetitions; ++i) {
@@ -209,10 +211,12 @@ void Report(const Stall& stall) {
         }
         const double excess = measured - limit;
         const bool is_kept = std::abs(excess) <= Allowed(limit);
+        all_kept = all_kept && is_kept;
         std::printf("%-10s %-34s %6u %10.1f %8.1f %8.0f %s\n", stall.phase, stall.how, limit,
                     measured, excess, Allowed(limit), is_kept ? "" : "!");
         std::fflush(stdout);
     }
+    return all_kept;
 }
 
 }  // namespace
@@ -222,7 +226,9 @@ void Report(const Stall& stall) {
 int main() {
     std::printf("%-10s %-34s %6s %10s %8s %8s   (milliseconds)\n", "phase", "stall", "limit",
                 "measured", "excess", "allowed");
+    bool all_kept = true;
     for (const bench::Stall& stall : bench::Stalls()) {
-        bench::Report(stall);
+        all_kept = bench::Report(stall) && all_kept;
     }
+    return all_kept ? 0 : 1;
 }

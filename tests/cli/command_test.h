@@ -26,7 +26,7 @@ protected:
     void Serve(const Json& description, simhost::ServerOptions options = Http());
     static simhost::ServerOptions Http();
     static simhost::ServerOptions Https();
-    /// With the account that UserAndPassword() names.
+    /// With the account of kUser and kPassword.
     static simhost::ServerOptions WithAccount(simhost::ServerOptions options = Http());
     simhost::Server& Server() { return *server_; }
 

@@ -1,5 +1,5 @@
-// Each operation of the module, with its host's reply cut at every byte: the result tells, and what
-// the caller holds stays.
+// Each record and list of the module, with the enumeration behind it cut at every byte: the result
+// tells, and what the caller holds stays.
 #include <functional>
 #include <initializer_list>
 #include <ostream>
@@ -110,6 +110,17 @@ Reading Hypervisor() {
             {TextOf(before, kOperationSystemDump)}};
 }
 
+Reading System() {
+    const auto before = Filled<ComputerSystem>(
+        {&ComputerSystem::manufacturer_, &ComputerSystem::version_, &ComputerSystem::uuid_});
+    return {[=](Kalvex& host) {
+                ComputerSystem record = before;
+                const int result = host.GetComputerSystem(record);
+                return Outcome{result, {TextOf(record, kComputerSystemDump)}};
+            },
+            {TextOf(before, kComputerSystemDump)}};
+}
+
 struct Section {
     const char* name;
     const char* name_space;
@@ -122,6 +133,9 @@ struct Section {
 };
 
 const Section kSections[] = {
+    {"Chassis", "root/cimv2", "OMC_Chassis",
+     R"({"Tag": "string", "Manufacturer": "string", "Version": "string"})",
+     R"({"Tag": "c", "Manufacturer": "m", "Version": "1"})", 1, 1, System()},
     {"Packages", "root/cimv2", "VMware_ComponentSoftwareIdentity",
      R"({"InstanceID": "string", "ElementName": "string", "VersionString": "string",
          "Description": "string", "InstallDate": "datetime"})",
@@ -169,7 +183,7 @@ const Section kSections[] = {
      R"({"Tag": "s", "SlotDesignation": "Slot 1"})", 0, 2,
      PciListOf(&Pciinfo::slots_, kSystemSlotDump,
                {&SystemSlot::slot_designation_, &SystemSlot::tag_})},
-    {"System", "root/cimv2", "VMware_HypervisorSoftwareIdentity",
+    {"Hypervisor", "root/cimv2", "VMware_HypervisorSoftwareIdentity",
      R"({"InstanceID": "string", "VersionString": "string", "Manufacturer": "string"})",
      R"({"InstanceID": "a", "VersionString": "6.7.0", "Manufacturer": "m"})", 1, 1, Hypervisor()},
 };

@@ -138,13 +138,43 @@ const Attack kAttacks[] = {
         "1 objects", kMebi),
     Content(
         "AMillionAttributes", [] { return "<A" + Repeated(" b=\"\"", 1000000) + "/>"; },
-        "CIMClientXmlException [Validation error: on line 6: Expected close of IRETURNVALUE "
-        "element, got A instead]",
-        200 * kMebi),
+        "CIMClientXmlException [Too many attributes: on line 6]", 8 * kMebi),
+    Content(
+        "TwoMillionArrayElements",
+        [] {
+            return Instance("<PROPERTY.ARRAY NAME=\"p\" TYPE=\"string\"><VALUE.ARRAY>" +
+                            Repeated("<VALUE/>", 2000000) + "</VALUE.ARRAY></PROPERTY.ARRAY>");
+        },
+        "CIMClientXmlException [Validation error: on line 6: There are too many elements in "
+        "VALUE.ARRAY]",
+        100 * kMebi),
+    Content(
+        "ReferencesWithinReferences",
+        [] {
+            return "<VALUE.NAMEDINSTANCE>" +
+                   Repeated("<INSTANCENAME CLASSNAME=\"X\"><VALUE.REFERENCE>", 50);
+        },
+        "CIMClientXmlException [Validation error: on line 6: References are nested too deep]",
+        kMebi),
+    Content(
+        "AReferenceOfAMillionQuotes",
+        [] {
+            return "<VALUE.NAMEDINSTANCE><INSTANCENAME CLASSNAME=\"X\"><VALUE.REFERENCE>"
+                   "<INSTANCENAME CLASSNAME=\"Y\"><KEYVALUE>" +
+                   std::string(1000000, '"') + "</KEYVALUE></INSTANCENAME></VALUE.REFERENCE>";
+        },
+        "CIMClientXmlException [Validation error: on line 6: The reference in a key is too long]",
+        32 * kMebi),
 };
 
-/// Sanitizers keep memory of their own beside each byte.
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#ifndef __has_feature
+#define __has_feature(feature) 0
+#endif
+
+/// Sanitizers keep memory of their own beside each byte. GCC defines names for them, Clang
+/// features.
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__) || \
+    __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
 constexpr std::size_t kOverhead = 20;
 #else
 constexpr std::size_t kOverhead = 1;
@@ -166,6 +196,9 @@ TEST_P(Hostile, HasItsOutcomeInBoundedMemory) {
     std::printf("%-28s %6.1f MiB\n", attack.name,
                 static_cast<double>(growth) / static_cast<double>(kMebi));
     EXPECT_LE(growth, (attack.at_most + 4 * kMebi) * kOverhead);
+    client.disconnect();
+    Connect();
+    EXPECT_EQ(Enumerate(), "1 objects");
 }
 
 INSTANTIATE_TEST_SUITE_P(Reply, Hostile, ::testing::ValuesIn(kAttacks),

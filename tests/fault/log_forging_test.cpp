@@ -69,6 +69,7 @@ simhost::HostDescription HostileHost() {
     return host.Build();
 }
 
+/// Tabs are let through.
 bool IsControl(unsigned char c) { return (c < 0x20 && c != '\n' && c != '\t') || c == 0x7F; }
 
 class LogForging : public support::InventoryTest {
@@ -112,9 +113,8 @@ protected:
             const bool is_message = std::regex_match(line, prefix);
             EXPECT_TRUE(is_message || line.starts_with("    ")) << line;
             EXPECT_EQ(std::ranges::count_if(line, IsControl), 0) << line;
-            for (const char* separator : {"\xC2\x85", "\xC2\x9B", "\xE2\x80\xA8", "\xE2\x80\xA9"}) {
-                EXPECT_EQ(line.find(separator), std::string::npos) << line;
-            }
+            static const std::regex separator("\xC2[\x80-\x9F]|\xE2\x80[\xA8\xA9]");
+            EXPECT_FALSE(std::regex_search(line, separator)) << line;
             begun += is_message ? 1U : 0U;
         }
         EXPECT_EQ(begun, messages);

@@ -3,6 +3,7 @@
 #include "Pegasus/Client/CIMClientException.h"
 #include "Pegasus/Common/CIMClass.h"
 #include "cimxml/embedded_object.h"
+#include "cimxml/nesting.h"
 #include "cimxml/object_assembly.h"
 #include "cimxml/value_reader.h"
 #include "object_model/value_texts.h"
@@ -266,6 +267,9 @@ void ObjectReader::ReadValueArray(std::vector<ValueText>& texts) {
     xml_.ExpectOpen("VALUE.ARRAY");
     texts.clear();
     while (!xml_.IsClose()) {
+        if (texts.size() == kMaxArrayElements) {
+            xml_.FailValidation("There are too many elements in VALUE.ARRAY");
+        }
         if (xml_.IsOpen("VALUE")) {
             texts.push_back(ReadValueText());
         } else if (xml_.Peek().kind == XmlToken::kOpen) {
@@ -286,21 +290,20 @@ std::optional<CIMObject> ReadEmbeddedObject(std::string_view text) {
     if (depth == kMaxEmbeddingDepth) {
         return std::nullopt;
     }
-    ++depth;
-    std::optional<CIMObject> object;
+    const Nesting level(depth);
     try {
         XmlReader xml(text);
         ObjectReader reader(xml);
         if (xml.IsOpen("INSTANCE")) {
-            object = CIMObject(reader.ReadInstance());
-        } else if (xml.IsOpen("CLASS")) {
-            object = reader.ReadClass();
+            return CIMObject(reader.ReadInstance());
+        }
+        if (xml.IsOpen("CLASS")) {
+            return reader.ReadClass();
         }
     } catch (const Exception&) {
         // A text that is no object is one bad value.
     }
-    --depth;
-    return object;
+    return std::nullopt;
 }
 
 }  // namespace cimclient

@@ -39,6 +39,7 @@ private:
     Pegasus::CIMKeyBinding ReadKeyBinding();
     Pegasus::CIMKeyBinding ReadKeyValue(const Pegasus::CIMName& name);
     Pegasus::CIMObjectPath ReadReference();
+    Pegasus::CIMKeyBinding ReadReferenceKey(const Pegasus::CIMName& name);
     Pegasus::CIMObjectPath ReadFullPath();
     Pegasus::CIMObjectPath ReadClassName();
     Pegasus::CIMNamespaceName ReadLocalNamespacePath();
@@ -56,6 +57,7 @@ private:
     /// The class that an attribute names; throws when it is missing or no name.
     Pegasus::CIMName ClassAttribute(const char* element, const char* attribute);
     XmlReader& xml_;
+    int reference_depth_ = 0;
     NameCache names_;
     TextCache texts_;
     // Kept from instance to instance for their memory.

@@ -1,6 +1,8 @@
 // Paths: instance names, their keys, and where the objects live.
 #include "Pegasus/Client/CIMClientException.h"
+#include "cimxml/nesting.h"
 #include "cimxml/object_reader.h"
+#include "reply_limits.h"
 
 namespace cimclient {
 
@@ -55,7 +57,7 @@ CIMObjectPath ObjectReader::ReadInstanceName() {
     if (xml_.IsOpen("KEYVALUE")) {
         keys.append(ReadKeyValue(CIMName()));
     } else if (xml_.IsOpen("VALUE.REFERENCE")) {
-        keys.append(CIMKeyBinding(CIMName(), ReadReference().toString(), CIMKeyBinding::REFERENCE));
+        keys.append(ReadReferenceKey(CIMName()));
     }
     while (xml_.IsOpen("KEYBINDING")) {
         keys.append(ReadKeyBinding());
@@ -72,7 +74,7 @@ CIMKeyBinding ObjectReader::ReadKeyBinding() {
     xml_.ExpectOpen("KEYBINDING");
     CIMKeyBinding key;
     if (xml_.IsOpen("VALUE.REFERENCE")) {
-        key = CIMKeyBinding(name, ReadReference().toString(), CIMKeyBinding::REFERENCE);
+        key = ReadReferenceKey(name);
     } else {
         key = ReadKeyValue(name);
     }
@@ -98,7 +100,19 @@ CIMKeyBinding ObjectReader::ReadKeyValue(const CIMName& name) {
         "\"boolean\", or \"numeric\"");
 }
 
+CIMKeyBinding ObjectReader::ReadReferenceKey(const CIMName& name) {
+    const String text = ReadReference().toString();
+    if (text.size() > kMaxReferenceBytes) {
+        xml_.FailValidation("The reference in a key is too long");
+    }
+    return CIMKeyBinding(name, text, CIMKeyBinding::REFERENCE);
+}
+
 CIMObjectPath ObjectReader::ReadReference() {
+    if (reference_depth_ == kMaxReferenceDepth) {
+        xml_.FailValidation("References are nested too deep");
+    }
+    const Nesting level(reference_depth_);
     xml_.ExpectOpen("VALUE.REFERENCE");
     CIMObjectPath path;
     if (xml_.IsOpen("INSTANCENAME")) {

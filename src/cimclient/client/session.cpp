@@ -1,5 +1,6 @@
 #include "client/session.h"
 
+#include <boost/system/system_error.hpp>
 #include <exception>
 
 #include "Pegasus/Client/CIMClientException.h"
@@ -20,6 +21,10 @@ constexpr unsigned kHighestPort = 65535;
 /// The host as a locator names it in messages.
 String Locator(const std::string& host, unsigned port) {
     return String::FromUtf8(host + ":" + std::to_string(port));
+}
+
+Pegasus::CannotConnectException CannotConnect(const String& locator) {
+    return Pegasus::CannotConnectException("Cannot connect to " + locator + ". Connection failed.");
 }
 
 std::string HostField(const std::string& host, unsigned port) {
@@ -71,8 +76,9 @@ void Session::Open() {
     } catch (const UnknownHost&) {
         throw Pegasus::InvalidLocatorException(Locator(host_, port_));
     } catch (const ConnectFailed&) {
-        throw Pegasus::CannotConnectException("Cannot connect to " + Locator(host_, port_) +
-                                              ". Connection failed.");
+        throw CannotConnect(Locator(host_, port_));
+    } catch (const boost::system::system_error&) {
+        throw CannotConnect(Locator(host_, port_));  // the process may have no descriptors left
     }
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "object_model/value_body.h"
+#include "reply_limits.h"
 
 namespace Pegasus::kalvex::detail {
 
@@ -149,6 +150,9 @@ void AppendObjectText(std::string& out, const CIMConstObject& object) {
 
 void AppendXmlEscaped(std::string& out, std::string_view text) {
     while (!text.empty()) {
+        if (out.size() > cimclient::kMaxObjectTextBytes) {
+            throw Exception("The text of an object is too long.");
+        }
         const auto* const special = std::find_if_not(text.begin(), text.end(), StandsForItself);
         const auto plain = static_cast<std::size_t>(special - text.begin());
         out.append(text.substr(0, plain));

@@ -150,6 +150,7 @@ private:
                 tls_->async_handshake(asio::ssl::stream_base::client, done);
             })) {
             state.session.reset();
+            tls_.reset();  // its session is not to be kept
             throw ConnectFailed();
         }
     }

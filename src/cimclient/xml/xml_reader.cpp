@@ -445,6 +445,9 @@ void XmlReader::ReadAttribute() {
         RequireComplete();
         FailForm("Bad attribute value");
     }
+    if (token_.attributes.size() == kMaxXmlAttributes) {
+        FailForm("Too many attributes");
+    }
     token_.attributes.push_back({name, value, (classes & kNeedsDecoding) == 0});
     ++at_;
 }

@@ -1,5 +1,7 @@
 #include "module/exsi/kalvex.h"
 
+#include <exception>
+
 #include "common/log/log_message.h"
 #include "module/exsi/kalvex_cim.h"
 #include "module/exsi/result_dump.h"
@@ -8,7 +10,7 @@ namespace Zentar::Agentless {
 
 namespace {
 
-enum Result : int { kOk = 0, kFailed = 1 };
+enum Result : int { kOk = 0, kFailed = 1, kUnsupported = 2 };
 
 int Fail(const char* message) {
     ZENTAR_LOG(1) << message;
@@ -24,6 +26,16 @@ void LogRecord(const Record& record, RecordDump<Record> dump) {
             message.Stream() << field.label;
             field.write(message.Stream(), record);
         }
+    }
+}
+
+/// The worker's result; whatever it did not expect is one more failure.
+template <class Query>
+int ResultOf(Query query) {
+    try {
+        return query();
+    } catch (const std::exception& e) {
+        return Fail(e.what());
     }
 }
 
@@ -51,7 +63,7 @@ Kalvex::~Kalvex() {
 
 int Kalvex::GetComputerSystem(ZentarAgentless::ComputerSystem& record) {
     ZENTAR_LOG(4) << "Calling Kalvex::GetComputerSystem";
-    if (worker_->GetComputerSystem(record) != kOk) {
+    if (ResultOf([&] { return worker_->GetComputerSystem(record); }) != kOk) {
         return Fail("EnumerateInstances OMC_Chassis Failed!");
     }
     LogRecord(record, kComputerSystemDump);
@@ -59,7 +71,7 @@ int Kalvex::GetComputerSystem(ZentarAgentless::ComputerSystem& record) {
 }
 
 int Kalvex::GetEthernetPorts(std::vector<ZentarAgentless::PhysicalPort>& ports) {
-    if (worker_->GetEthernetPorts(ports) != kOk) {
+    if (ResultOf([&] { return worker_->GetEthernetPorts(ports); }) != kOk) {
         return Fail("EnumerateInstances VMware_EthernetPort Failed!");
     }
     LogRecords("The size of VMware_EthernetPort log is:", ports, kPhysicalPortDump);
@@ -67,13 +79,13 @@ int Kalvex::GetEthernetPorts(std::vector<ZentarAgentless::PhysicalPort>& ports) 
 }
 
 int Kalvex::GetIPProtocolInfo(std::vector<ZTEXSI::IPProtocolData>& endpoints, int family) {
-    int result = kOk;
-    if (family == 0) {
-        result = worker_->GetIPv4ProtocolInfo(endpoints);
-    } else if (family == 1) {
-        result = worker_->GetIPv6ProtocolInfo(endpoints);
-    }
-    if (result != kOk) {
+    const auto read = [&]() -> int {
+        if (family == 0) {
+            return worker_->GetIPv4ProtocolInfo(endpoints);
+        }
+        return family == 1 ? worker_->GetIPv6ProtocolInfo(endpoints) : kOk;
+    };
+    if (ResultOf(read) != kOk) {
         return Fail("EnumerateInstances IPProtocol Failed!");
     }
     LogRecords("The size of IPProtocol log is:", endpoints, kIPProtocolDump);
@@ -81,7 +93,7 @@ int Kalvex::GetIPProtocolInfo(std::vector<ZTEXSI::IPProtocolData>& endpoints, in
 }
 
 int Kalvex::GetInstalledPackages(std::vector<ZentarAgentless::InstalledPackage>& packages) {
-    if (worker_->GetInstalledPackages(packages) != kOk) {
+    if (ResultOf([&] { return worker_->GetInstalledPackages(packages); }) != kOk) {
         return Fail("EnumerateInstances InstalledPackages Failed!");
     }
     LogRecords("The size of InstalledPackages log is:", packages, kInstalledPackageDump);
@@ -89,7 +101,7 @@ int Kalvex::GetInstalledPackages(std::vector<ZentarAgentless::InstalledPackage>&
 }
 
 int Kalvex::GetIpmiRecord(std::vector<ZentarAgentless::IPMIEVENT>& events) {
-    if (worker_->GetIpmiRecord(events) != kOk) {
+    if (ResultOf([&] { return worker_->GetIpmiRecord(events); }) != kOk) {
         return Fail("EnumerateInstances OMC_IpmiLogRecord Failed!");
     }
     LogRecords("The size of OMC_IpmiLogRecord log is:", events, kIpmiEventDump);
@@ -98,7 +110,7 @@ int Kalvex::GetIpmiRecord(std::vector<ZentarAgentless::IPMIEVENT>& events) {
 
 int Kalvex::GetOperationSystem(ZTEXSI::OperationSystem& record) {
     ZENTAR_LOG(4) << "Calling Kalvex::GetOperationSystem";
-    if (worker_->GetOperationSystem(record) != kOk) {
+    if (ResultOf([&] { return worker_->GetOperationSystem(record); }) != kOk) {
         return Fail("EnumerateInstances VMware_HypervisorSoftwareIdentity Failed!");
     }
     LogRecord(record, kOperationSystemDump);
@@ -106,7 +118,7 @@ int Kalvex::GetOperationSystem(ZTEXSI::OperationSystem& record) {
 }
 
 int Kalvex::GetPCIInfo(Pciinventory::Pciinfo& info) {
-    if (worker_->GetPCIInfo(info) != kOk) {
+    if (ResultOf([&] { return worker_->GetPCIInfo(info); }) != kOk) {
         return Fail("EnumerateInstances Failed!");
     }
     LogRecords("The size of PCIDevice is:", info.devices_, kPciDeviceDump);
@@ -116,7 +128,7 @@ int Kalvex::GetPCIInfo(Pciinventory::Pciinfo& info) {
 }
 
 int Kalvex::GetVMwarePrivilege(std::vector<ZTEXSI::VMwarePrivilegeData>& privileges) {
-    if (worker_->GetVMwarePrivilege(privileges) != kOk) {
+    if (ResultOf([&] { return worker_->GetVMwarePrivilege(privileges); }) != kOk) {
         return Fail("EnumerateInstances VMware_Privilege Failed!");
     }
     LogRecords("The size of VMwarePrivilege log is:", privileges, kPrivilegeDump);
@@ -125,7 +137,8 @@ int Kalvex::GetVMwarePrivilege(std::vector<ZTEXSI::VMwarePrivilegeData>& privile
 
 bool Kalvex::IsUnSpportedEXSIVersion() {
     ZENTAR_LOG(4) << "Calling Kalvex::IsUnSpportedEXSIVersion";
-    return worker_->IsUnSpportedESXIVer();
+    return ResultOf([&] { return worker_->IsUnSpportedESXIVer() ? kUnsupported : kOk; }) ==
+           kUnsupported;
 }
 
 }  // namespace Zentar::Agentless

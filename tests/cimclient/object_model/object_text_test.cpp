@@ -36,6 +36,13 @@ const char* const kSampleText =
     "<VALUE>q&quot;\\&#10;&apos;x&lt;&amp;&gt;</VALUE>\n</PROPERTY>\n"
     "</INSTANCE>\n";
 
+TEST(ObjectText, EndsBeforeItFillsTheMemory) {
+    CIMInstance instance(CIMName("EMB_Class"));
+    instance.addProperty(CIMProperty("P", String(std::string(12'000'000, '"').c_str())));
+    EXPECT_EQ(support::FailureOf([&] { CIMObject(instance).toString(); }),
+              "Exception [The text of an object is too long.]");
+}
+
 TEST(ObjectText, OfAnInstanceHasOneElementALine) {
     EXPECT_EQ(TextOf(CIMObject(Sample()).toString()), kSampleText);
     EXPECT_EQ(TextOf(CIMValue(Sample()).toString()), kSampleText);

@@ -1,5 +1,8 @@
 #include "common/cimom/src/cimfunc.h"
 
+#include <exception>
+#include <optional>
+
 #include "common/log/log_message.h"
 #include "common/platform/sleep.h"
 #include "common/platform/wipe.h"
@@ -21,6 +24,19 @@ std::string ToText(const Pegasus::String& text) { return std::string(text.getCSt
 
 bool IsCimCase(std::int32_t connection_case) {
     return connection_case >= 2 && connection_case <= 4;
+}
+
+/// What the action threw, in words; nothing when it threw nothing.
+template <class Action>
+std::optional<std::string> FailureOf(Action action) {
+    try {
+        action();
+        return std::nullopt;
+    } catch (const Pegasus::Exception& e) {
+        return ToText(e.getMessage());
+    } catch (const std::exception& e) {
+        return e.what();  // such as too little memory for what the host says
+    }
 }
 
 void DestroyClient(CimConnection& conn) {
@@ -85,17 +101,15 @@ int ConnectInAttempts(CimConnection& conn) {
             ZENTAR_LOG(1) << "Invalid connection type: " << type;
             return kCimOk;
         }
-        try {
-            ConnectOnce(conn, ssl_context);
+        const auto failure = FailureOf([&] { ConnectOnce(conn, ssl_context); });
+        if (!failure) {
             ZENTAR_LOG(3) << "Cimserver connection succeeded ";
             return kCimOk;
-        } catch (const Pegasus::Exception& e) {
-            if (--attempts_left == 0) {
-                ZENTAR_LOG(1) << "Failed to connect remote cimserver with the reason: "
-                              << ToText(e.getMessage());
-            }
-            Sleep(kConnectPauseMs);
         }
+        if (--attempts_left == 0) {
+            ZENTAR_LOG(1) << "Failed to connect remote cimserver with the reason: " << *failure;
+        }
+        Sleep(kConnectPauseMs);
     }
     return kCimFailed;
 }
@@ -206,6 +220,9 @@ int GetCIMArrayFromEnumerateInstances(Pegasus::CIMName class_name, CimConnection
     } catch (const Pegasus::Exception& e) {
         ZENTAR_LOG(1) << kFailure << ToText(e.getMessage());
         return kCimFailed;
+    } catch (const std::exception& e) {
+        ZENTAR_LOG(1) << kFailure << e.what();
+        return kCimFailed;
     }
 }
 
@@ -223,7 +240,7 @@ int GetCIMArrayFromAssociators(Pegasus::CIMObjectPath source, Pegasus::CIMName a
     if (!HasClient(conn)) {
         return kCimFailed;
     }
-    try {
+    const auto failure = FailureOf([&] {
         conn.client->setTimeout(kAssociatorsTimeoutMs);
         const Pegasus::String any_role;
         // Value maps can only be read when the server sends the qualifiers.
@@ -233,12 +250,13 @@ int GetCIMArrayFromAssociators(Pegasus::CIMObjectPath source, Pegasus::CIMName a
                                            any_role, include_qualifiers, include_class_origin,
                                            Pegasus::CIMPropertyList());
         ZENTAR_LOG(3) << "The size of associators_array is:" << objects.size();
-        return kCimOk;
-    } catch (const Pegasus::Exception& e) {
-        ZENTAR_LOG(1) << "Enumerate associators failed with the reason: " << ToText(e.getMessage());
+    });
+    if (failure) {
+        ZENTAR_LOG(1) << "Enumerate associators failed with the reason: " << *failure;
         ReconnectCimServer(conn);
         return kCimFailed;
     }
+    return kCimOk;
 }
 
 PropertyReader::PropertyReader(PropertyMap& properties) {
@@ -256,11 +274,9 @@ template <class CimThing>
 void PropertyReader::ReadAll(const CimThing& thing, const char* kind) {
     ZENTAR_LOG(4) << "Showing properties for " << ToText(thing.getPath().toString());
     for (Wanted& wanted : wanted_) {
-        try {
-            ReadProperty(thing, wanted);
-        } catch (const Pegasus::Exception& e) {
+        if (const auto failure = FailureOf([&] { ReadProperty(thing, wanted); })) {
             ZENTAR_LOG(1) << "Get properties from CIM " << kind
-                          << " failed with the reason: " << ToText(e.getMessage());
+                          << " failed with the reason: " << *failure;
         }
     }
 }

@@ -1,6 +1,6 @@
 // Access to a host's CIM server: connections, requests, and properties as text.
 //
-// Nothing here lets a Pegasus::Exception out: each is logged and becomes a result code. Nothing
+// Nothing here lets an exception out: each is logged and becomes a result code. Nothing
 // here is safe for use from two threads at once on the same connection.
 #pragma once
 

@@ -1,0 +1,18 @@
+// Levels of what may contain its like.
+#pragma once
+
+namespace cimclient {
+
+/// One level more, while it lives.
+class Nesting {
+public:
+    explicit Nesting(int& depth) : depth_(depth) { ++depth_; }
+    ~Nesting() { --depth_; }
+    Nesting(const Nesting&) = delete;
+    Nesting& operator=(const Nesting&) = delete;
+
+private:
+    int& depth_;
+};
+
+}  // namespace cimclient
