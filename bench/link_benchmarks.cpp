@@ -105,7 +105,7 @@ void Handshakes(benchmark::State& state, std::size_t devices) {
 
 std::vector<Measurement> LinkMeasurements() {
     return {
-        {"inventory/10", InventoryOverSlowLink, 10, 1, 3},
+        {"inventory/10", InventoryOverSlowLink, 10, 1, 9},
         {"writes/100", WritesPerRequest, 100, 1, 3},
         {"handshakes/40", Handshakes, 40, 1, 3},
     };

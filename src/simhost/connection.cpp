@@ -89,7 +89,7 @@ bool Connection::ServeRequest(const HttpHead& head) {
         return false;
     }
     std::string body = ReceiveBody(*ContentLength(head));
-    stream_.Pause(server_.options.round_trip_delay);
+    const auto leaves = Stream::Clock::now() + server_.options.round_trip_delay;
     ++requests_;
     const CimRequestResult read = ReadCimRequest(body);
     const bool authorised = Authorised(head);
@@ -107,6 +107,7 @@ bool Connection::ServeRequest(const HttpHead& head) {
         answer.close = true;
         answer.SetHeader("Connection", server_.options.announce_close ? "close" : "");
     }
+    stream_.PauseUntil(leaves);
     if (misbehaviour && !SendMisbehaving(*misbehaviour, answer, stream_)) {
         return false;
     }

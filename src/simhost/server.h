@@ -33,7 +33,8 @@ struct ServerOptions {
     std::size_t requests_per_connection = 0;
     /// Says so with `Connection: close` in the last answer.
     bool announce_close = true;
-    /// Waits so long before it takes up a connection, a TLS handshake or a request.
+    /// The delay of a link: waits so long before it takes up a connection or a TLS handshake, and
+    /// sends an answer so long after the request, in which time it is made.
     std::chrono::milliseconds round_trip_delay{0};
     /// Splits chunked answers into chunks of this size; 0: one chunk.
     std::size_t chunk_size = 0;

@@ -18,7 +18,6 @@ using boost::system::error_code;
 class Stream::Impl {
 public:
     using Socket = asio::ip::tcp::socket;
-    using Clock = std::chrono::steady_clock;
 
     struct Outcome {
         bool done = false;
@@ -92,7 +91,7 @@ bool Stream::StartTls(TlsContext& context) {
 
 std::string_view Stream::Read(Duration limit) {
     const auto deadline =
-        limit == Duration::zero() ? Impl::Clock::time_point::max() : Impl::Clock::now() + limit;
+        limit == Duration::zero() ? Clock::time_point::max() : Clock::now() + limit;
     const auto outcome = std::make_shared<Impl::Outcome>();
     const auto buffer = asio::buffer(impl_->buffer);
     if (impl_->tls) {
@@ -104,7 +103,7 @@ std::string_view Stream::Read(Duration limit) {
     if (!outcome->done) {
         error_code ignored;
         impl_->socket.cancel(ignored);
-        impl_->RunUntil(outcome, Impl::Clock::time_point::max());
+        impl_->RunUntil(outcome, Clock::time_point::max());
         return {};
     }
     return {impl_->buffer.data(), impl_->Complete(outcome)};
@@ -121,8 +120,10 @@ void Stream::Write(std::string_view bytes) {
     impl_->Complete(outcome);
 }
 
-void Stream::Pause(Duration duration) {
-    impl_->RunUntil(std::make_shared<Impl::Outcome>(), Impl::Clock::now() + duration);
+void Stream::Pause(Duration duration) { PauseUntil(Clock::now() + duration); }
+
+void Stream::PauseUntil(Clock::time_point end) {
+    impl_->RunUntil(std::make_shared<Impl::Outcome>(), end);
 }
 
 void Stream::AwaitPeersEnd() {
@@ -136,7 +137,7 @@ void Stream::CloseProperly() {
         const auto outcome = std::make_shared<Impl::Outcome>();
         impl_->tls->async_shutdown(StoreIn(outcome));
         try {
-            impl_->RunUntil(outcome, Impl::Clock::now() + kGoodbyeLimit);
+            impl_->RunUntil(outcome, Clock::now() + kGoodbyeLimit);
         } catch (const ConnectionEnded&) {
         }
     }

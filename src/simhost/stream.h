@@ -23,7 +23,8 @@ struct NativeSocket {
 /// ConnectionEnded when nothing more can be done, Close() and Reset() never.
 class Stream {
 public:
-    using Duration = std::chrono::steady_clock::duration;
+    using Clock = std::chrono::steady_clock;
+    using Duration = Clock::duration;
 
     explicit Stream(NativeSocket accepted);
     ~Stream();
@@ -37,6 +38,7 @@ public:
     std::string_view Read(Duration limit = Duration::zero());
     void Write(std::string_view bytes);
     void Pause(Duration duration);
+    void PauseUntil(Clock::time_point end);
     /// Discards what arrives until the peer closes.
     void AwaitPeersEnd();
 
