@@ -9,15 +9,20 @@ namespace Pegasus::kalvex::detail {
 
 namespace {
 
+/// What an object holds comes from a host, and grows with every level of embedding.
+void AppendBoundedText(std::string& out, std::string_view text) {
+    AppendXmlEscaped(out, text, cimclient::kMaxObjectTextBytes);
+}
+
 void AppendValueElement(std::string& out, std::string_view text) {
     out += "<VALUE>";
-    AppendXmlEscaped(out, text);
+    AppendBoundedText(out, text);
     out += "</VALUE>\n";
 }
 
 void AppendReference(std::string& out, const CIMObjectPath& path) {
     out += "<VALUE.REFERENCE>\n";
-    AppendXmlEscaped(out, path.toString().utf8());
+    AppendBoundedText(out, path.toString().utf8());
     out += "\n</VALUE.REFERENCE>\n";
 }
 
@@ -148,9 +153,9 @@ void AppendObjectText(std::string& out, const CIMConstObject& object) {
     out += "</INSTANCE>\n";
 }
 
-void AppendXmlEscaped(std::string& out, std::string_view text) {
+void AppendXmlEscaped(std::string& out, std::string_view text, std::size_t most_bytes) {
     while (!text.empty()) {
-        if (out.size() > cimclient::kMaxObjectTextBytes) {
+        if (out.size() > most_bytes) {
             throw Exception("The text of an object is too long.");
         }
         const auto* const special = std::find_if_not(text.begin(), text.end(), StandsForItself);

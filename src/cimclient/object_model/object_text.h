@@ -11,7 +11,8 @@ namespace Pegasus::kalvex::detail {
 void AppendObjectText(std::string& out, const CIMConstObject& object);
 
 /// The text with the five predefined entities, and control characters as references. Throws
-/// Exception when `out` has grown past what the text of an object may have.
-void AppendXmlEscaped(std::string& out, std::string_view text);
+/// Exception when `out` has grown past `most_bytes`.
+void AppendXmlEscaped(std::string& out, std::string_view text,
+                      std::size_t most_bytes = std::string::npos);
 
 }  // namespace Pegasus::kalvex::detail
