@@ -1,6 +1,7 @@
 #include "support/scripted_tls.h"
 
 #include <openssl/pem.h>
+#include <sys/socket.h>
 
 #include <cstdio>
 #include <stdexcept>
@@ -27,6 +28,16 @@ void WritePem(X509* certificate, const std::string& file_name) {
     Require(std::fclose(file) == 0 && written, file_name);
 }
 
+int HangUpOnSessions(SSL* tls, int* /*alert*/, void* /*argument*/) {
+    const unsigned char* session = nullptr;
+    std::size_t size = 0;
+    if (SSL_client_hello_get0_ext(tls, TLSEXT_TYPE_psk, &session, &size) == 0) {
+        return SSL_CLIENT_HELLO_SUCCESS;
+    }
+    shutdown(SSL_get_fd(tls), SHUT_RDWR);
+    return SSL_CLIENT_HELLO_ERROR;
+}
+
 }  // namespace
 
 TlsServerContext::TlsServerContext(const TlsOptions& options)
@@ -41,10 +52,14 @@ TlsServerContext::TlsServerContext(const TlsOptions& options)
 
     const auto key = simhost::MakeKey(options.weak_key ? KeyType::kRsa1024 : KeyType::kEcdsaP256);
     const auto certificate = simhost::MakeCertificate(
-        *key, options.weak_key ? CertificateKind::kSha1 : CertificateKind::kWrongName, "", "127.0.0.1");
+        *key, options.weak_key ? CertificateKind::kSha1 : CertificateKind::kWrongName, "",
+        "127.0.0.1");
     Require(SSL_CTX_use_certificate(context, certificate.get()) == 1 &&
                 SSL_CTX_use_PrivateKey(context, key.get()) == 1,
             "a TLS context");
+    if (options.hangs_up_on_sessions) {
+        SSL_CTX_set_client_hello_cb(context, HangUpOnSessions, nullptr);
+    }
     if (!options.certificate_file.empty()) {
         WritePem(certificate.get(), options.certificate_file);
     }

@@ -111,6 +111,17 @@ TEST_F(Tls, ResumesTheSessionWhenItReconnects) {
     }
 }
 
+TEST_F(Tls, ForgetsASessionThatTheHostHangsUpOn) {
+    TlsOptions options;
+    options.hangs_up_on_sessions = true;
+    ServeTls({Replies({AnswerOf(1, {"Connection: close"})}), {}, Replies({AnswerOf(2)})}, options);
+    EXPECT_EQ(ConnectTrustingAll(), kConnected);
+    EXPECT_EQ(Enumerate(), "1 objects");
+    EXPECT_EQ(Enumerate(), CannotConnect());
+    EXPECT_EQ(Enumerate(), "2 objects");
+    EXPECT_EQ(server->AwaitHandshakes(3)[1].version, "");
+}
+
 TEST_F(Tls, CarriesLargeMessagesBothWays) {
     std::string instances;
     for (int i = 0; i < 5000; ++i) {
