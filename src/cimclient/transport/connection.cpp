@@ -139,7 +139,7 @@ private:
 
     void Handshake(const std::string& host, Deadline deadline) {
         TlsSettings::State& state = settings_->state();
-        tls_.emplace(socket_, state.context);
+        tls_.emplace(socket_, *state.context);
         if (!IsAddress(host)) {
             SSL_set_tlsext_host_name(tls_->native_handle(), host.c_str());
         }

@@ -63,23 +63,37 @@ bool AskCallback(Pegasus::SSLCertificateVerifyFunction* verify, bool preverified
     return verify(info);
 }
 
+std::shared_ptr<ssl::context> NewContext(ssl::verify_mode mode) {
+    auto context = std::make_shared<ssl::context>(ssl::context::tls_client);
+    AcceptOldHosts(context->native_handle());
+    context->set_verify_mode(mode);
+    return context;
+}
+
+/// Making a context takes OpenSSL nearly as long as a handshake, and those that test no certificate
+/// are all alike: the clients of a process share one. It is never destroyed, so that clients in
+/// static objects find it to the end.
+std::shared_ptr<ssl::context> UntestingContext() {
+    static const auto& shared = *new std::shared_ptr<ssl::context>(NewContext(ssl::verify_none));
+    return shared;
+}
+
+std::shared_ptr<ssl::context> TestingContext(const Pegasus::SSLContext& settings) {
+    auto context = NewContext(ssl::verify_peer);
+    TrustStore(*context, std::string(settings.getTrustStore().utf8()));
+    if (const auto verify = settings.getSSLCertificateVerifyFunction()) {
+        context->set_verify_callback([verify](bool preverified, ssl::verify_context& at) {
+            return AskCallback(verify, preverified, at);
+        });
+    }
+    return context;
+}
+
 }  // namespace
 
 TlsSettings::TlsSettings(const Pegasus::SSLContext& context) : state_(std::make_unique<State>()) {
-    AcceptOldHosts(state_->context.native_handle());
-    state_->verify = context.getSSLCertificateVerifyFunction();
-    if (!context.isPeerVerificationEnabled()) {
-        state_->context.set_verify_mode(ssl::verify_none);
-        return;
-    }
-    state_->context.set_verify_mode(ssl::verify_peer);
-    TrustStore(state_->context, std::string(context.getTrustStore().utf8()));
-    if (state_->verify != nullptr) {
-        state_->context.set_verify_callback(
-            [verify = state_->verify](bool preverified, ssl::verify_context& at) {
-                return AskCallback(verify, preverified, at);
-            });
-    }
+    state_->context =
+        context.isPeerVerificationEnabled() ? TestingContext(context) : UntestingContext();
 }
 
 TlsSettings::~TlsSettings() = default;

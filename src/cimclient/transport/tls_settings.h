@@ -1,4 +1,5 @@
-// The TLS side of a connection: one OpenSSL context of its own, never the process's settings.
+// The TLS side of a connection: an OpenSSL context of the client's own, never the process's
+// settings.
 #pragma once
 
 #include <memory>

@@ -15,9 +15,8 @@ struct SessionDeleter {
 };
 
 struct TlsSettings::State {
-    boost::asio::ssl::context context{boost::asio::ssl::context::tls_client};
+    std::shared_ptr<boost::asio::ssl::context> context;
     std::unique_ptr<SSL_SESSION, SessionDeleter> session;
-    Pegasus::SSLCertificateVerifyFunction* verify = nullptr;
 };
 
 }  // namespace cimclient
