@@ -20,30 +20,34 @@ double SecondsSince(Clock::time_point start) {
 }
 
 double SecondsOfInventory(std::uint16_t port, Link link) {
-    return InFreshProcess([=] {
-        const auto started = Clock::now();
-        ReadInventory(HostAt(port, link));
-        return SecondsSince(started);
-    });
+    const auto started = Clock::now();
+    ReadInventory(HostAt(port, link));
+    return SecondsSince(started);
 }
 
 /// Round trips: one for each request, one for each TCP connection and one for its TLS handshake.
+/// The inventory is a process's second, as an application reads host after host: the first also
+/// starts OpenSSL and the allocator.
 void InventoryOverSlowLink(benchmark::State& state, std::size_t round_trip_ms) {
+    constexpr int kInventories = 2;
     for ([[maybe_unused]] auto _ : state) {
         const ServerProcess server([=] {
             simhost::ServerOptions options;
             options.round_trip_delay = std::chrono::milliseconds(round_trip_ms);
             return MakeSimulatedHost(simhost::HostDescription::Builtin(), options);
         });
-        const double seconds = SecondsOfInventory(server.port(), Link::kHttps);
+        const double seconds = InFreshProcess([&] {
+            SecondsOfInventory(server.port(), Link::kHttps);
+            return SecondsOfInventory(server.port(), Link::kHttps);
+        });
         const Counts counts = server.counts();
-        const auto round_trips = static_cast<double>(counts.requests + 2 * kNecessaryConnections);
+        const auto requests = static_cast<double>(counts.requests) / kInventories;
         state.SetIterationTime(seconds);
-        state.counters["requests"] = static_cast<double>(counts.requests);
-        state.counters["challenges"] = static_cast<double>(counts.challenges);
-        state.counters["connections"] = static_cast<double>(counts.connections);
-        state.counters["to_link"] =
-            seconds / (round_trips * static_cast<double>(round_trip_ms) / 1e3);
+        state.counters["requests"] = requests;
+        state.counters["challenges"] = static_cast<double>(counts.challenges) / kInventories;
+        state.counters["connections"] = static_cast<double>(counts.connections) / kInventories;
+        state.counters["to_link"] = seconds / ((requests + 2 * kNecessaryConnections) *
+                                               static_cast<double>(round_trip_ms) / 1e3);
     }
 }
 
@@ -105,7 +109,7 @@ void Handshakes(benchmark::State& state, std::size_t devices) {
 
 std::vector<Measurement> LinkMeasurements() {
     return {
-        {"inventory/10", InventoryOverSlowLink, 10, 1, 9},
+        {"inventory/10", InventoryOverSlowLink, 10, 1, 20},
         {"writes/100", WritesPerRequest, 100, 1, 3},
         {"handshakes/40", Handshakes, 40, 1, 3},
     };
