@@ -57,8 +57,9 @@ coverage:
 	@cmake --build --preset coverage
 	@find build/coverage -name '*.gcda' -delete
 	@ctest --preset coverage --parallel 2
-	@gcovr --root . --object-directory build/coverage --exclude-throw-branches \
-	    --filter src/cimclient --filter src/common/cimom --print-summary --output build/coverage/lines.txt
+	@gcovr --root . build/coverage/src build/coverage/tests build/coverage/fuzz \
+	    --exclude-throw-branches --filter src/cimclient --filter src/common/cimom --print-summary \
+	    --output build/coverage/lines.txt
 
 # Looks for inputs that do harm, for SECONDS with each fuzzer.
 SECONDS ?= 60
