@@ -218,6 +218,7 @@ TEST(LeadingNumber, ReadsUpToTheFirstOtherCharacter) {
     EXPECT_EQ(LeadingNumber("42"), 42);
     EXPECT_EQ(LeadingNumber(" 7abc"), 7);
     EXPECT_EQ(LeadingNumber("-1"), -1);
+    EXPECT_EQ(LeadingNumber("\v\f\r\n\t +5"), 5);
     EXPECT_EQ(LeadingNumber("0"), 0);
     EXPECT_EQ(LeadingNumber("1,000"), 1);
 }
@@ -228,7 +229,7 @@ TEST(LeadingNumber, ClampsWhatDoesNotFit) {
 }
 
 TEST(LeadingNumber, IsAbsentFromOtherText) {
-    for (const char* text : {"", "  ", "abc", "x1", "-"}) {
+    for (const char* text : {"", "  ", "abc", "x1", "-", "+", "+-1", "++1", "- 1"}) {
         EXPECT_EQ(LeadingNumber(text), std::nullopt) << text;
     }
 }

@@ -369,18 +369,6 @@ TEST_F(PciInventory, ParseClassCodeKeepsItsErrorsIn) {
                 ElementsAre("3 kalvex_cim.cpp ParseClassCode Error:std::bad_alloc"));
 }
 
-TEST_F(PciInventory, ParseClassCodeSurvivesATextThatCannotBeCopied) {
-    Serve(host);
-    Worker();
-    const std::string long_code = std::string(1000, ' ') + "2";
-    std::string code = long_code;
-    support::FailNextNewOfAtLeast(long_code.size());
-    Worker().ParseClassCode(code);
-    EXPECT_EQ(code, long_code);
-    EXPECT_THAT(log.Messages(),
-                ElementsAre("3 kalvex_cim.cpp ParseClassCode Error:std::bad_alloc"));
-}
-
 class SystemSlots : public support::InventoryTest {
 protected:
     SystemSlot ReadOne(const std::string& instance) {

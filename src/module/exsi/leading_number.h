@@ -3,13 +3,13 @@
 
 #include <cstdint>
 #include <optional>
-#include <string>
+#include <string_view>
 
 namespace Zentar::Agentless {
 
 /// The signed 32-bit decimal number that the text begins with, as stream extraction reads it:
 /// blanks before it are skipped, it ends at the first other character, and a number beyond 32 bits
 /// is the nearest one that fits. Nothing when the text does not begin with a number.
-std::optional<std::int32_t> LeadingNumber(const std::string& text);
+std::optional<std::int32_t> LeadingNumber(std::string_view text);
 
 }  // namespace Zentar::Agentless
