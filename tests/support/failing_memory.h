@@ -1,4 +1,4 @@
-// Makes one allocation of this thread fail.
+// Makes one allocation of this thread fail, in code that is linked into the test itself.
 #pragma once
 
 namespace support {
