@@ -20,12 +20,14 @@ int Fail(const char* message) {
 /// One message per field.
 template <class Record>
 void LogRecord(const Record& record, RecordDump<Record> dump) {
+    constexpr unsigned kLevel = 3;
+    if (Log::GetMinLogLevel() < kLevel) {
+        return;
+    }
     for (const LabelledField<Record>& field : dump) {
-        if (Log::GetMinLogLevel() >= 3) {
-            Log message(3, __FILE__, __LINE__);
-            message.Stream() << field.label;
-            field.write(message.Stream(), record);
-        }
+        Log message(kLevel, __FILE__, __LINE__);
+        message.Stream() << field.label;
+        field.write(message.Stream(), record);
     }
 }
 
