@@ -89,8 +89,8 @@ void DecodeMemory(benchmark::State& state, std::size_t instances) {
 std::vector<Measurement> DecodeMeasurements() {
     return {
         {"decode_memory/10000", DecodeMemory, 10'000, 1, 3},
-        {"parse/10000", Parse, 10'000, 7, 5},
-        {"decode/10000", Decode, 10'000, 7, 5},
+        {"parse/10000", Parse, 10'000, 7, 12},
+        {"decode/10000", Decode, 10'000, 7, 12},
         {"growth/100000", Growth, 100'000, 9, 1},
     };
 }

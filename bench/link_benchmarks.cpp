@@ -109,7 +109,7 @@ void Handshakes(benchmark::State& state, std::size_t devices) {
 
 std::vector<Measurement> LinkMeasurements() {
     return {
-        {"inventory/10", InventoryOverSlowLink, 10, 1, 20},
+        {"inventory/10", InventoryOverSlowLink, 10, 1, 30},
         {"writes/100", WritesPerRequest, 100, 1, 3},
         {"handshakes/40", Handshakes, 40, 1, 3},
     };

@@ -110,7 +110,7 @@ void LogOff(benchmark::State& state, std::size_t packages) {
 
 std::vector<Measurement> ModuleMeasurements() {
     return {
-        {"module/10000", ReadThroughModule, 10'000, 7, 5},
+        {"module/10000", ReadThroughModule, 10'000, 7, 12},
         {"log_off/100", LogOff, 100, 401, 1},
     };
 }
