@@ -28,13 +28,17 @@ protected:
         return "CannotConnectException [Cannot connect to 127.0.0.1:" +
                std::to_string(server->port()) + ". Connection failed.]";
     }
-    /// A file in this test's own folder.
-    static std::string FileName(const std::string& name) {
-        const auto folder = std::filesystem::path(::testing::TempDir()) /
-                            ("tls_test." + std::to_string(::getpid()));
-        std::filesystem::create_directories(folder);
-        return folder / name;
+    /// A file in this test's own folder, which goes with the test.
+    std::string FileName(const std::string& name) const {
+        std::filesystem::create_directories(folder_);
+        return folder_ / name;
     }
+
+    ~Tls() override { std::filesystem::remove_all(folder_); }
+
+private:
+    const std::filesystem::path folder_ =
+        std::filesystem::path(::testing::TempDir()) / ("tls_test." + std::to_string(::getpid()));
 };
 
 constexpr const char* kConnected = "nothing thrown";
