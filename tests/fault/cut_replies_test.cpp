@@ -54,7 +54,7 @@ const Query kQueries[] = {
      }},
 };
 
-std::string NameOf(const ::testing::TestParamInfo<Query>& info) {
+std::string QueryName(const ::testing::TestParamInfo<Query>& info) {
     return std::to_string(info.index) + "_" + info.param.name;
 }
 
@@ -122,6 +122,6 @@ TEST_P(CutReply, ThatStallsEndsAtTheTimeLimit) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Each, CutReply, ::testing::ValuesIn(kQueries), NameOf);
+INSTANTIATE_TEST_SUITE_P(Each, CutReply, ::testing::ValuesIn(kQueries), QueryName);
 
 }  // namespace

@@ -188,7 +188,7 @@ const Section kSections[] = {
      R"({"InstanceID": "a", "VersionString": "6.7.0", "Manufacturer": "m"})", 1, 1, Hypervisor()},
 };
 
-std::string NameOf(const ::testing::TestParamInfo<Section>& info) { return info.param.name; }
+std::string SectionName(const ::testing::TestParamInfo<Section>& info) { return info.param.name; }
 
 /// One instance of the section's class; what else is asked for is there, and empty.
 support::HostBuilder HostWith(const Section& section) {
@@ -246,6 +246,6 @@ TEST_P(CutSection, FailsWithoutATraceUntilItIsWhole) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Each, CutSection, ::testing::ValuesIn(kSections), NameOf);
+INSTANTIATE_TEST_SUITE_P(Each, CutSection, ::testing::ValuesIn(kSections), SectionName);
 
 }  // namespace

@@ -57,7 +57,7 @@ simhost::HostDescription HostileHost() {
     AddHostile(host, "root/cimv2", "VMware_Privilege", {"InstanceID", "ElementName"});
     AddHostile(host, "root/cimv2", "VMware_EthernetPort", {"DeviceID", "Name", "Speed"});
     AddHostile(host, "root/cimv2", "VMware_KernelIPv4ProtocolEndpoint", {"Name", "IPv4Address"});
-    AddHostile(host, "ibm/imm0/cimv2", "IBM_ComputerSystem", {"Name", "ElementName"});
+    AddHostile(host, support::kHardwareNamespace, "IBM_ComputerSystem", {"Name", "ElementName"});
     AddHostile(host, "root/ibmsd", "IBMSG_PCIBridge", {"DeviceID", "ClassCode"});
     AddHostile(host, "root/ibmsd", "IBMSG_SystemSlot", {"Tag", "SlotAllInfo"});
     host.Class("root/ibmsd", "IBMSG_PCIDevice",

@@ -21,7 +21,7 @@ protected:
         support::HostBuilder host;
         host.Class("root/cimv2", "OMC_Chassis", R"({"Tag": "string", "Manufacturer": "string"})",
                    R"([{"Tag": "1", "Manufacturer": "Contoso"}])");
-        host.Class("ibm/imm0/cimv2", "IBM_ComputerSystem", R"({"Name": "string"})");
+        host.Class(support::kHardwareNamespace, "IBM_ComputerSystem", R"({"Name": "string"})");
         simhost::ServerOptions options;
         options.min_tls = options.max_tls = version;
         options.key_type = key;

@@ -6,12 +6,12 @@ using support::EnumerationCallLog;
 using support::EnumerationLog;
 using support::HostBuilder;
 using support::Joined;
+using support::kHardwareNamespace;
 using ::testing::ElementsAre;
 using ::testing::ElementsAreArray;
 using ::testing::IsEmpty;
 using Zentar::ZentarAgentless::ComputerSystem;
 
-constexpr const char* kHardware = "ibm/imm0/cimv2";
 constexpr const char* kChassisProperties =
     R"({"Tag": "string", "Manufacturer": "string", "Version": "string"})";
 constexpr const char* kSystemProperties =
@@ -25,7 +25,7 @@ protected:
     }
     static HostBuilder& AddSystem(HostBuilder& host, const std::string& descriptions,
                                   const std::string& infos) {
-        return host.Class(kHardware, "IBM_ComputerSystem", kSystemProperties,
+        return host.Class(kHardwareNamespace, "IBM_ComputerSystem", kSystemProperties,
                           R"([{"Name": "imm", "IdentifyingDescriptions": )" + descriptions +
                               R"(, "OtherIdentifyingInfo": )" + infos + "}]");
     }
@@ -58,7 +58,7 @@ TEST_F(ComputerSystemQuery, ReadsChassisAndIdentifyingInfoAndTracesThem) {
                 ElementsAreArray(Joined(
                     {{"4 kalvex_cim.cpp Calling KalvexCim::GetComputerSystem"},
                      EnumerationLog("OMC_Chassis", 1),
-                     EnumerationLog("IBM_ComputerSystem", 1, kHardware),
+                     EnumerationLog("IBM_ComputerSystem", 1, kHardwareNamespace),
                      {"4 cimfunc.cpp Showing properties for OMC_Chassis.Tag=\"1\"",
                       "4 cimfunc.cpp Manufacturer = Contoso with raw data (Contoso)",
                       "4 cimfunc.cpp Version = 07 with raw data (07)",
@@ -86,7 +86,7 @@ TEST_F(ComputerSystemQuery, FailsOnlyWhenBothClassesFail) {
                      EnumerationCallLog("OMC_Chassis"),
                      {failure + "OMC_Chassis"},
                      ConnectionLog(),
-                     EnumerationCallLog("IBM_ComputerSystem", kHardware),
+                     EnumerationCallLog("IBM_ComputerSystem", kHardwareNamespace),
                      {failure + "IBM_ComputerSystem"},
                      ConnectionLog(),
                      {"4 kalvex_cim.cpp EnumerateInstances OMC_Chassis and IBM_ComputerSystem "
@@ -190,7 +190,7 @@ TEST_F(ComputerSystemQuery, TakesNothingFromEmptyArrays) {
 TEST_F(ComputerSystemQuery, PassesSilentlyOverASystemWithoutIdentifyingInfo) {
     HostBuilder host;
     AddChassis(host, kContoso)
-        .Class(kHardware, "IBM_ComputerSystem", kSystemProperties,
+        .Class(kHardwareNamespace, "IBM_ComputerSystem", kSystemProperties,
                R"([{"Name": "imm", "IdentifyingDescriptions": ["CIM:GUID"]}])");
     Serve(host);
     ComputerSystem record;
@@ -203,7 +203,7 @@ TEST_F(ComputerSystemQuery, PassesSilentlyOverIdentifyingInfoThatIsNoStringArray
         HostBuilder host;
         const std::string value = std::string(type) == "string" ? R"("CIM:GUID")" : "[1]";
         AddChassis(host, kContoso)
-            .Class(kHardware, "IBM_ComputerSystem",
+            .Class(kHardwareNamespace, "IBM_ComputerSystem",
                    R"({"Name": "string", "IdentifyingDescriptions": ")" + std::string(type) +
                        R"(", "OtherIdentifyingInfo": "string[]"})",
                    R"([{"Name": "imm", "IdentifyingDescriptions": )" + value +

@@ -7,11 +7,11 @@ using support::EnumerationCallLog;
 using support::EnumerationLog;
 using support::HostBuilder;
 using support::Joined;
+using support::kHardwareNamespace;
 using ::testing::ElementsAre;
 using ::testing::ElementsAreArray;
 using Zentar::ZTEXSI::OperationSystem;
 
-constexpr const char* kHardware = "ibm/imm0/cimv2";
 constexpr const char* kClass = "VMware_HypervisorSoftwareIdentity";
 constexpr const char* kProperties =
     R"({"InstanceID": "string", "VersionString": "string", "Name": "string",
@@ -99,13 +99,13 @@ class VersionGate : public support::InventoryTest {};
 
 TEST_F(VersionGate, HoldsAHostWithoutTheHardwareNamespaceForUnsupported) {
     HostBuilder host;
-    Serve(host.WithoutNamespace(kHardware));
+    Serve(host.WithoutNamespace(kHardwareNamespace));
     EXPECT_TRUE(Worker().IsUnSpportedESXIVer());
     EXPECT_TRUE(Host().IsUnSpportedEXSIVersion());
     EXPECT_THAT(
         log.Messages(),
         ElementsAreArray(Joined({{"4 kalvex.cpp Calling Kalvex::IsUnSpportedEXSIVersion"},
-                                 EnumerationCallLog("IBM_ComputerSystem", kHardware),
+                                 EnumerationCallLog("IBM_ComputerSystem", kHardwareNamespace),
                                  {"1 cimfunc.cpp Enumerate instances failed with the reason: "
                                   "CIM_ERR_INVALID_NAMESPACE: ibm/imm0/cimv2"},
                                  ConnectionLog()})));
@@ -113,11 +113,12 @@ TEST_F(VersionGate, HoldsAHostWithoutTheHardwareNamespaceForUnsupported) {
 
 TEST_F(VersionGate, HoldsAHostWithTheNamespaceForSupported) {
     HostBuilder host;
-    Serve(host.Class(kHardware, "IBM_ComputerSystem", R"({"Name": "string"})"));
+    Serve(host.Class(kHardwareNamespace, "IBM_ComputerSystem", R"({"Name": "string"})"));
     EXPECT_FALSE(Host().IsUnSpportedEXSIVersion());
-    EXPECT_THAT(log.Messages(),
-                ElementsAreArray(Joined({{"4 kalvex.cpp Calling Kalvex::IsUnSpportedEXSIVersion"},
-                                         EnumerationLog("IBM_ComputerSystem", 0, kHardware)})));
+    EXPECT_THAT(
+        log.Messages(),
+        ElementsAreArray(Joined({{"4 kalvex.cpp Calling Kalvex::IsUnSpportedEXSIVersion"},
+                                 EnumerationLog("IBM_ComputerSystem", 0, kHardwareNamespace)})));
 }
 
 TEST_F(VersionGate, HoldsAHostForSupportedWhenOnlyTheClassIsMissing) {
@@ -127,7 +128,7 @@ TEST_F(VersionGate, HoldsAHostForSupportedWhenOnlyTheClassIsMissing) {
 
 TEST_F(VersionGate, HoldsAHostThatAnswersWithoutCimForSupported) {
     HostBuilder host;
-    Serve(host.WithoutNamespace(kHardware));
+    Serve(host.WithoutNamespace(kHardwareNamespace));
     Worker();
     Server().Misbehave(simhost::Misbehaviours::HttpStatus(503, "Service Unavailable"));
     EXPECT_FALSE(Worker().IsUnSpportedESXIVer());

@@ -32,7 +32,7 @@ std::string Joined(const std::vector<std::string>& parts) {
 }  // namespace
 
 HostBuilder::HostBuilder() {
-    for (const char* ns : {"root/cimv2", "ibm/imm0/cimv2", "root/ibmsd"}) {
+    for (const char* ns : {"root/cimv2", kHardwareNamespace, "root/ibmsd"}) {
         namespaces_[ns];
     }
 }

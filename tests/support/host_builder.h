@@ -9,6 +9,8 @@
 
 namespace support {
 
+inline constexpr const char* kHardwareNamespace = "ibm/imm0/cimv2";
+
 /// A host with the namespaces that the module reads, all empty at first.
 class HostBuilder {
 public:

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "Pegasus/Client/CIMClientException.h"
+#include "ascii.h"
 #include "cimxml/object_reader.h"
 #include "object_model/piece_blocks.h"
 
@@ -39,8 +40,7 @@ std::string Required(XmlReader& xml, const char* element, const char* attribute,
 
 bool IsSupportedProtocol(std::string_view version) {
     return version.size() > 2 && version.starts_with("1.") &&
-           std::all_of(version.begin() + 2, version.end(),
-                       [](char c) { return c >= '0' && c <= '9'; });
+           std::all_of(version.begin() + 2, version.end(), IsDigit);
 }
 
 [[noreturn]] void FailResponse(const std::string& message) {

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 
+#include "ascii.h"
+
 namespace cimclient {
 
 namespace {
-
-char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
 std::string_view Trimmed(std::string_view text) {
     const std::size_t first = text.find_first_not_of(" \t");
@@ -15,15 +15,13 @@ std::string_view Trimmed(std::string_view text) {
                : text.substr(first, text.find_last_not_of(" \t") - first + 1);
 }
 
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
-
 std::string_view WithoutExtensionPrefix(std::string_view name) {
     const bool prefixed = name.size() > 3 && IsDigit(name[0]) && IsDigit(name[1]) && name[2] == '-';
     return name.substr(prefixed ? 3 : 0);
 }
 
 int HexValue(char c) {
-    const char lower = Lower(c);
+    const char lower = LowerCase(c);
     return IsDigit(c) ? c - '0' : lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
 }
 
@@ -31,7 +29,7 @@ int HexValue(char c) {
 
 bool EqualNoCase(std::string_view a, std::string_view b) {
     return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](char x, char y) { return Lower(x) == Lower(y); });
+                      [](char x, char y) { return LowerCase(x) == LowerCase(y); });
 }
 
 void HeaderFields::Add(std::string_view line) {

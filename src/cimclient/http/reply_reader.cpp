@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "Pegasus/Client/CIMClientException.h"
+#include "ascii.h"
 #include "object_model/utf.h"
 #include "reply_limits.h"
 
@@ -30,8 +31,6 @@ using Pegasus::String;
 [[noreturn]] void FailFraming(unsigned status, const char* reason, const char* detail) {
     throw CIMClientHTTPErrorException(status, reason, "", detail);
 }
-
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 /// Digits only, below 2^63.
 std::optional<std::size_t> LengthOf(std::string_view text) {

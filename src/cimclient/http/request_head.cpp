@@ -3,13 +3,14 @@
 #include <cstdio>
 #include <string_view>
 
+#include "ascii.h"
+
 namespace cimclient {
 
 namespace {
 
 bool IsUnreserved(char c) {
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '-' ||
-           c == '_' || c == '.' || c == '~';
+    return IsLetter(c) || IsDigit(c) || c == '-' || c == '_' || c == '.' || c == '~';
 }
 
 std::string PercentEncoded(std::string_view text) {

@@ -5,10 +5,13 @@
 #include <string>
 
 #include "Pegasus/Common/CIMDateTime.h"
+#include "ascii.h"
 
 namespace Pegasus::kalvex {
 
 namespace {
+
+using cimclient::IsDigit;
 
 constexpr std::string_view kZeroInterval = "00000000000000.000000:000";
 constexpr Uint64 kMicrosPerSecond = 1000000;
@@ -35,8 +38,6 @@ constexpr Field kIntervalFields[] = {
     {10, 2, 0, 59, "minutes number "},
     {12, 2, 0, 59, "seconds number "},
 };
-
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 /// The number in a field without wildcards; the field's lowest where there are some.
 unsigned Number(std::string_view text, const Field& field) {

@@ -6,17 +6,19 @@
 #include <charconv>
 #include <string>
 
+#include "ascii.h"
+
 namespace Pegasus::kalvex::detail {
 
 namespace {
 
+using cimclient::IsDigit;
+
 constexpr std::size_t kLongestHostName = 255;
 constexpr std::size_t kLongestLabel = 63;
 
-bool IsDigit(char c) { return c >= '0' && c <= '9'; }
-
 bool IsLabelCharacter(char c) {
-    return IsDigit(c) || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '-' || c == '_';
+    return cimclient::IsLetter(c) || IsDigit(c) || c == '-' || c == '_';
 }
 
 bool IsLabel(std::string_view label) {

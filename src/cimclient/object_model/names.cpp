@@ -1,18 +1,17 @@
 #include <algorithm>
 
 #include "Pegasus/Common/CIMName.h"
+#include "ascii.h"
 
 namespace Pegasus::kalvex {
 
 namespace {
 
-bool StartsName(unsigned char c) {
-    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_' || c >= 0x80;
+bool StartsName(char c) {
+    return cimclient::IsLetter(c) || c == '_' || static_cast<unsigned char>(c) >= 0x80;
 }
 
-bool ContinuesName(char c) {
-    return StartsName(static_cast<unsigned char>(c)) || (c >= '0' && c <= '9');
-}
+bool ContinuesName(char c) { return StartsName(c) || cimclient::IsDigit(c); }
 
 /// Letters beyond ASCII reach up to U+FFEF: no further planes and none of the specials.
 bool HasForbiddenLetter(std::string_view name) {
@@ -27,7 +26,7 @@ bool HasForbiddenLetter(std::string_view name) {
 }
 
 bool IsLegalName(std::string_view name) {
-    return !name.empty() && StartsName(static_cast<unsigned char>(name[0])) &&
+    return !name.empty() && StartsName(name[0]) &&
            std::all_of(name.begin() + 1, name.end(), ContinuesName) && !HasForbiddenLetter(name);
 }
 

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "Pegasus/Common/Exception.h"
+#include "ascii.h"
 #include "object_model/utf.h"
 
 namespace Pegasus::kalvex {
@@ -124,7 +125,7 @@ std::size_t Length(const Char16* units) {
 
 int Sign(int comparison) { return (comparison > 0) - (comparison < 0); }
 
-char LowerCase(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+using cimclient::LowerCase;
 
 std::string LowerCase(std::string_view text) {
     std::string lower(text);

@@ -72,7 +72,7 @@ std::string FileText(const std::string& name) {
 const std::regex kMessageId("<MESSAGE ID=\"[0-9]+\"");
 
 /// With the message ID left to the server.
-std::string Reply(const Exchange& exchange) {
+std::string ReplyOf(const Exchange& exchange) {
     return std::regex_replace(FileText(exchange.file + std::string(".response")), kMessageId,
                               "<MESSAGE ID=\"@ID@\"");
 }
@@ -116,7 +116,7 @@ protected:
 TEST_F(Replay, SendsAndUnderstandsWhatTheStockClientDid) {
     std::vector<std::string> replies;
     for (const Exchange& exchange : kExchanges) {
-        replies.push_back(Reply(exchange));
+        replies.push_back(ReplyOf(exchange));
     }
     ConverseOnce(replies);
     std::string view;

@@ -56,7 +56,7 @@ simhost::HostDescription HostOf(const Scenario& scenario) {
     support::HostBuilder empty;
     if (!scenario.has_namespaces) {
         return empty.WithoutNamespace("root/cimv2")
-            .WithoutNamespace("ibm/imm0/cimv2")
+            .WithoutNamespace(support::kHardwareNamespace)
             .WithoutNamespace("root/ibmsd")
             .Build();
     }
