@@ -1,7 +1,5 @@
 #include "module/exsi/kalvex.h"
 
-#include <exception>
-
 #include "common/log/log_message.h"
 #include "module/exsi/kalvex_cim.h"
 #include "module/exsi/result_dump.h"
@@ -10,34 +8,23 @@ namespace Zentar::Agentless {
 
 namespace {
 
-enum Result : int { kOk = 0, kFailed = 1, kUnsupported = 2 };
+enum Result : int { kOk = 0, kFailed = 1 };
 
 int Fail(const char* message) {
     ZENTAR_LOG(1) << message;
     return kFailed;
 }
 
-/// One message per field.
+/// One message per field, each tested against the level on its own.
 template <class Record>
 void LogRecord(const Record& record, RecordDump<Record> dump) {
     constexpr unsigned kLevel = 3;
-    if (Log::GetMinLogLevel() < kLevel) {
-        return;
-    }
     for (const LabelledField<Record>& field : dump) {
-        Log message(kLevel, __FILE__, __LINE__);
-        message.Stream() << field.label;
-        field.write(message.Stream(), record);
-    }
-}
-
-/// The worker's result; whatever it did not expect is one more failure.
-template <class Query>
-int ResultOf(Query query) {
-    try {
-        return query();
-    } catch (const std::exception& e) {
-        return Fail(e.what());
+        if (Log::GetMinLogLevel() >= kLevel) {
+            Log message(kLevel, __FILE__, __LINE__);
+            message.Stream() << field.label;
+            field.write(message.Stream(), record);
+        }
     }
 }
 
@@ -65,7 +52,7 @@ Kalvex::~Kalvex() {
 
 int Kalvex::GetComputerSystem(ZentarAgentless::ComputerSystem& record) {
     ZENTAR_LOG(4) << "Calling Kalvex::GetComputerSystem";
-    if (ResultOf([&] { return worker_->GetComputerSystem(record); }) != kOk) {
+    if (worker_->GetComputerSystem(record) != kOk) {
         return Fail("EnumerateInstances OMC_Chassis Failed!");
     }
     LogRecord(record, kComputerSystemDump);
@@ -73,7 +60,7 @@ int Kalvex::GetComputerSystem(ZentarAgentless::ComputerSystem& record) {
 }
 
 int Kalvex::GetEthernetPorts(std::vector<ZentarAgentless::PhysicalPort>& ports) {
-    if (ResultOf([&] { return worker_->GetEthernetPorts(ports); }) != kOk) {
+    if (worker_->GetEthernetPorts(ports) != kOk) {
         return Fail("EnumerateInstances VMware_EthernetPort Failed!");
     }
     LogRecords("The size of VMware_EthernetPort log is:", ports, kPhysicalPortDump);
@@ -87,7 +74,7 @@ int Kalvex::GetIPProtocolInfo(std::vector<ZTEXSI::IPProtocolData>& endpoints, in
         }
         return family == 1 ? worker_->GetIPv6ProtocolInfo(endpoints) : kOk;
     };
-    if (ResultOf(read) != kOk) {
+    if (read() != kOk) {
         return Fail("EnumerateInstances IPProtocol Failed!");
     }
     LogRecords("The size of IPProtocol log is:", endpoints, kIPProtocolDump);
@@ -95,7 +82,7 @@ int Kalvex::GetIPProtocolInfo(std::vector<ZTEXSI::IPProtocolData>& endpoints, in
 }
 
 int Kalvex::GetInstalledPackages(std::vector<ZentarAgentless::InstalledPackage>& packages) {
-    if (ResultOf([&] { return worker_->GetInstalledPackages(packages); }) != kOk) {
+    if (worker_->GetInstalledPackages(packages) != kOk) {
         return Fail("EnumerateInstances InstalledPackages Failed!");
     }
     LogRecords("The size of InstalledPackages log is:", packages, kInstalledPackageDump);
@@ -103,7 +90,7 @@ int Kalvex::GetInstalledPackages(std::vector<ZentarAgentless::InstalledPackage>&
 }
 
 int Kalvex::GetIpmiRecord(std::vector<ZentarAgentless::IPMIEVENT>& events) {
-    if (ResultOf([&] { return worker_->GetIpmiRecord(events); }) != kOk) {
+    if (worker_->GetIpmiRecord(events) != kOk) {
         return Fail("EnumerateInstances OMC_IpmiLogRecord Failed!");
     }
     LogRecords("The size of OMC_IpmiLogRecord log is:", events, kIpmiEventDump);
@@ -112,7 +99,7 @@ int Kalvex::GetIpmiRecord(std::vector<ZentarAgentless::IPMIEVENT>& events) {
 
 int Kalvex::GetOperationSystem(ZTEXSI::OperationSystem& record) {
     ZENTAR_LOG(4) << "Calling Kalvex::GetOperationSystem";
-    if (ResultOf([&] { return worker_->GetOperationSystem(record); }) != kOk) {
+    if (worker_->GetOperationSystem(record) != kOk) {
         return Fail("EnumerateInstances VMware_HypervisorSoftwareIdentity Failed!");
     }
     LogRecord(record, kOperationSystemDump);
@@ -120,7 +107,7 @@ int Kalvex::GetOperationSystem(ZTEXSI::OperationSystem& record) {
 }
 
 int Kalvex::GetPCIInfo(Pciinventory::Pciinfo& info) {
-    if (ResultOf([&] { return worker_->GetPCIInfo(info); }) != kOk) {
+    if (worker_->GetPCIInfo(info) != kOk) {
         return Fail("EnumerateInstances Failed!");
     }
     LogRecords("The size of PCIDevice is:", info.devices_, kPciDeviceDump);
@@ -130,7 +117,7 @@ int Kalvex::GetPCIInfo(Pciinventory::Pciinfo& info) {
 }
 
 int Kalvex::GetVMwarePrivilege(std::vector<ZTEXSI::VMwarePrivilegeData>& privileges) {
-    if (ResultOf([&] { return worker_->GetVMwarePrivilege(privileges); }) != kOk) {
+    if (worker_->GetVMwarePrivilege(privileges) != kOk) {
         return Fail("EnumerateInstances VMware_Privilege Failed!");
     }
     LogRecords("The size of VMwarePrivilege log is:", privileges, kPrivilegeDump);
@@ -139,8 +126,7 @@ int Kalvex::GetVMwarePrivilege(std::vector<ZTEXSI::VMwarePrivilegeData>& privile
 
 bool Kalvex::IsUnSpportedEXSIVersion() {
     ZENTAR_LOG(4) << "Calling Kalvex::IsUnSpportedEXSIVersion";
-    return ResultOf([&] { return worker_->IsUnSpportedESXIVer() ? kUnsupported : kOk; }) ==
-           kUnsupported;
+    return worker_->IsUnSpportedESXIVer();
 }
 
 }  // namespace Zentar::Agentless

@@ -19,10 +19,15 @@ class KalvexCim;
 /// the reason in the log. Lists are appended to and never cleared; what a failed operation had read
 /// before it failed stays. An object must not be used from two threads at once; separate objects
 /// are independent.
+///
+/// A failed allocation passes to the caller as std::bad_alloc, from the constructor too. The object
+/// stays usable, lists keep the whole records that were appended before, and a single record may
+/// be filled in part.
 class KALVEX_EXPORT Kalvex {
 public:
-    /// Connects to the host. Never fails: a host that does not answer costs three attempts with
-    /// pauses of 10 seconds, for each of two connections, and is tried again by each operation.
+    /// Connects to the host. Never fails for the host's sake: one that does not answer costs three
+    /// attempts with pauses of 10 seconds, for each of two connections, and is tried again by each
+    /// operation.
     explicit Kalvex(const ZentarConnection::ConnectionInfo& info);
     ~Kalvex();
     Kalvex(const Kalvex&) = delete;

@@ -107,7 +107,9 @@ void Destroy(CimConnection*& connection) {
 
 }  // namespace
 
-KalvexCim::KalvexCim(const ZentarConnection::ConnectionInfo& info) {
+KalvexCim::KalvexCim() = default;
+
+KalvexCim::KalvexCim(const ZentarConnection::ConnectionInfo& info) : KalvexCim() {
     ZENTAR_LOG(4) << "Calling constructor of KalvexCim";
     connection_info_ = info;
     cimv2_connection_ = new CimConnection(Pegasus::CIMNamespaceName("root/cimv2"), info);

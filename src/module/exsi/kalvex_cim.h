@@ -26,6 +26,9 @@ struct TableQuery;
 /// object must not be used from two threads at once. Queries block for their network exchanges,
 /// each bounded to 300 seconds, and return 0 on success and 1 on failure. Lists are appended to, in
 /// the host's order, and never cleared; a failed query leaves them as they were.
+///
+/// A failed allocation passes to the caller as std::bad_alloc. The object stays usable, and lists
+/// keep the whole records that were appended before.
 class KALVEX_EXPORT KalvexCim {
 public:
     /// Connects for the namespaces "root/cimv2" and "ibm/imm0/cimv2". Never fails: a connection
@@ -65,6 +68,9 @@ public:
     int RetrieveSlotAllInfo(Pegasus::CIMInstance& instance, std::string& slot_all_info);
 
 private:
+    /// Makes the whole object first, so that the destructor cleans up when connecting throws.
+    KalvexCim();
+
     template <class Record, class Complete>
     int ReadTable(const TableQuery<Record>& query, std::vector<Record>& records, Complete complete);
     template <class Record>

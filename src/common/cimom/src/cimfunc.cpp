@@ -1,6 +1,5 @@
 #include "common/cimom/src/cimfunc.h"
 
-#include <exception>
 #include <optional>
 
 #include "common/log/log_message.h"
@@ -26,7 +25,8 @@ bool IsCimCase(std::int32_t connection_case) {
     return connection_case >= 2 && connection_case <= 4;
 }
 
-/// What the action threw, in words; nothing when it threw nothing.
+/// What the action threw of the client's exceptions, in words; nothing when it threw none. Others,
+/// such as a failed allocation, are the caller's.
 template <class Action>
 std::optional<std::string> FailureOf(Action action) {
     try {
@@ -34,8 +34,6 @@ std::optional<std::string> FailureOf(Action action) {
         return std::nullopt;
     } catch (const Pegasus::Exception& e) {
         return ToText(e.getMessage());
-    } catch (const std::exception& e) {
-        return e.what();  // such as too little memory for what the host says
     }
 }
 
@@ -44,14 +42,20 @@ void DestroyClient(CimConnection& conn) {
     conn.client = nullptr;
 }
 
-/// Connects a client that does not exist yet, and destroys it again when that fails.
+/// Connects a client that does not exist yet, and destroys it again when that fails or throws: an
+/// unconnected client would never be repaired.
 int ConnectNewClient(CimConnection& conn) {
     conn.client = new Pegasus::CIMClient();
-    const int result = ConnectCimServer(conn);
-    if (result != kCimOk) {
+    try {
+        const int result = ConnectCimServer(conn);
+        if (result != kCimOk) {
+            DestroyClient(conn);
+        }
+        return result;
+    } catch (...) {
         DestroyClient(conn);
+        throw;
     }
-    return result;
 }
 
 /// A password on its way to the client, overwritten behind it.
@@ -159,9 +163,13 @@ std::string MappedWord(const std::string& value, const Pegasus::CIMConstQualifie
 
 CimConnection::CimConnection(const Pegasus::CIMNamespaceName& ns_,
                              const ZentarConnection::ConnectionInfo& info_)
-    : ns(ns_), info(info_) {
+    : CimConnection(Unconnected(), ns_, info_) {
     ConnectNewClient(*this);
 }
+
+CimConnection::CimConnection(Unconnected, const Pegasus::CIMNamespaceName& ns_,
+                             const ZentarConnection::ConnectionInfo& info_)
+    : ns(ns_), info(info_) {}
 
 CimConnection::~CimConnection() {
     DestroyClient(*this);
@@ -219,9 +227,6 @@ int GetCIMArrayFromEnumerateInstances(Pegasus::CIMName class_name, CimConnection
                                                                  : kCimFailed;
     } catch (const Pegasus::Exception& e) {
         ZENTAR_LOG(1) << kFailure << ToText(e.getMessage());
-        return kCimFailed;
-    } catch (const std::exception& e) {
-        ZENTAR_LOG(1) << kFailure << e.what();
         return kCimFailed;
     }
 }

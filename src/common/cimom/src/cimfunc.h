@@ -1,7 +1,9 @@
 // Access to a host's CIM server: connections, requests, and properties as text.
 //
-// Nothing here lets an exception out: each is logged and becomes a result code. Nothing
-// here is safe for use from two threads at once on the same connection.
+// No Pegasus::Exception leaves these functions: each is logged and becomes a result code. All other
+// exceptions, such as std::bad_alloc, pass to the caller; the connection stays usable, results are
+// untouched, and of properties those read before keep their new text. Nothing here is safe for use
+// from two threads at once on the same connection.
 #pragma once
 
 #include <Pegasus/Client/CIMClient.h>
@@ -26,6 +28,12 @@ struct CimConnection {
     Pegasus::CIMNamespaceName ns;
     Pegasus::CIMClient* client = nullptr;  ///< owned; null while there is no connected client
     ZentarConnection::ConnectionInfo info;
+
+private:
+    /// Makes the whole object first, so that the destructor cleans up when connecting throws.
+    struct Unconnected {};
+    CimConnection(Unconnected, const Pegasus::CIMNamespaceName& ns,
+                  const ZentarConnection::ConnectionInfo& info);
 };
 
 /// Results of the functions below.
