@@ -4,13 +4,19 @@
 #include "Pegasus/Client/CIMClientException.h"
 #include "cimxml/request_writer.h"
 #include "cimxml/response_reader.h"
+#include "client/client_settings.h"
 #include "client/session.h"
+#include "explained.h"
 
 namespace Pegasus::kalvex {
 
 namespace detail {
 
 class ClientSession : public cimclient::Session {};
+
+struct ClientAccess {
+    static ClientSession& SessionOf(CIMClient& client) { return *client.session_; }
+};
 
 }  // namespace detail
 
@@ -37,7 +43,8 @@ Objects Perform(cimclient::Session& session, const char* method, const Request& 
         [&](const cimclient::Session::BodySource& body) { objects = read(body, id); });
     // No objects, and no trailers to say whether that is the result or an error's beginning.
     if (!is_whole && objects.size() == 0) {
-        throw CIMClientMalformedHTTPException("Connection closed by CIM Server.");
+        throw cimclient::Of<CIMClientMalformedHTTPException>(Zentar::FailureKind::kBadReply,
+                                                             "Connection closed by CIM Server.");
     }
     return objects;
 }
@@ -90,3 +97,11 @@ Array<CIMObject> CIMClient::associators(const CIMNamespaceName& nameSpace,
 }
 
 }  // namespace Pegasus::kalvex
+
+namespace cimclient {
+
+void Configure(Pegasus::CIMClient& client, ClientSettings settings) {
+    Pegasus::detail::ClientAccess::SessionOf(client).Configure(std::move(settings));
+}
+
+}  // namespace cimclient

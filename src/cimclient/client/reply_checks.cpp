@@ -4,6 +4,7 @@
 #include <charconv>
 
 #include "Pegasus/Client/CIMClientException.h"
+#include "explained.h"
 #include "object_model/utf.h"
 
 namespace cimclient {
@@ -22,7 +23,8 @@ String Text(const HeaderFields& fields, std::string_view name) {
 }
 
 [[noreturn]] void FailMalformed(const std::string& message) {
-    throw CIMClientMalformedHTTPException(String::FromUtf8(message));
+    throw Of<CIMClientMalformedHTTPException>(Zentar::FailureKind::kNotCimServer,
+                                              String::FromUtf8(message));
 }
 
 void ThrowReportedError(const HeaderFields& fields) {
@@ -82,8 +84,8 @@ void CheckHeaders(const HttpReply& reply) {
 void CheckTrailers(const HttpReply& reply) {
     ThrowReportedError(reply.trailers);
     if (reply.trailers.Find("CIMError") != nullptr) {
-        throw CIMClientHTTPErrorException(400, "Bad Request", Text(reply.trailers, "CIMError"),
-                                          String());
+        throw Of<CIMClientHTTPErrorException>(Zentar::FailureKind::kBadReply, 400U, "Bad Request",
+                                              Text(reply.trailers, "CIMError"), String());
     }
 }
 

@@ -5,6 +5,7 @@
 
 #include "Pegasus/Client/CIMClientException.h"
 #include "client/reply_checks.h"
+#include "explained.h"
 #include "http/reply_reader.h"
 #include "object_model/host_names.h"
 
@@ -15,6 +16,8 @@ namespace {
 using Pegasus::String;
 using Pegasus::detail::IsHostNameOrIPv4;
 using Pegasus::detail::IsIPv6;
+using Zentar::FailureKind;
+using Zentar::FailurePhase;
 
 constexpr unsigned kHighestPort = 65535;
 
@@ -23,8 +26,26 @@ String Locator(const std::string& host, unsigned port) {
     return String::FromUtf8(host + ":" + std::to_string(port));
 }
 
-Pegasus::CannotConnectException CannotConnect(const String& locator) {
-    return Pegasus::CannotConnectException("Cannot connect to " + locator + ". Connection failed.");
+/// What the client API throws for a connection that could not be made.
+[[noreturn]] void ThrowCannotConnect(const TransportError& error, const String& locator) {
+    const Explained explanation(error.kind, error.phase, error.reason);
+    if (error.kind == FailureKind::kHostUnknown) {
+        throw ExplainedAs<Pegasus::InvalidLocatorException>(explanation, locator);
+    }
+    throw ExplainedAs<Pegasus::CannotConnectException>(
+        explanation, "Cannot connect to " + locator + ". Connection failed.");
+}
+
+/// The same for a request that was under way.
+[[noreturn]] void ThrowInterrupted(const TransportError& error, bool is_receiving) {
+    const FailurePhase phase = error.phase == FailurePhase::kReceiving && !is_receiving
+                                   ? FailurePhase::kWaiting
+                                   : error.phase;
+    const Explained explanation(error.kind, phase, error.reason);
+    if (error.kind == FailureKind::kCancelled) {
+        throw ExplainedAs<Pegasus::Exception>(explanation, "cancelled");
+    }
+    throw ExplainedAs<Pegasus::ConnectionTimeoutException>(explanation);
 }
 
 std::string HostField(const std::string& host, unsigned port) {
@@ -50,8 +71,9 @@ void Session::Connect(const String& host, unsigned port, const Pegasus::SSLConte
     Disconnect();
     host_ = host.utf8().empty() ? "localhost" : std::string(host.utf8());
     port_ = port;
-    tls_ = tls != nullptr ? std::make_unique<TlsSettings>(*tls) : nullptr;
-    Open();
+    connect_timeout_ = timeout_;
+    tls_ = tls != nullptr ? std::make_unique<TlsSettings>(*tls, settings_.trust) : nullptr;
+    Open(FromNow(timeout_));
     credentials_ = Credentials(user.utf8(), password.utf8());
     is_open_ = true;
 }
@@ -63,28 +85,35 @@ void Session::Disconnect() {
     challenged_ = false;
 }
 
-void Session::Open() {
+Limit Session::FromNow(std::chrono::milliseconds time) const {
+    return {std::chrono::steady_clock::now() + time, settings_.cancellation.get()};
+}
+
+void Session::Open(const Limit& limit) {
     connection_used_ = false;
     try {
         if (!IsHostNameOrIPv4(host_) && !IsIPv6(host_)) {
-            throw UnknownHost();
+            throw TransportError{FailureKind::kHostUnknown, FailurePhase::kNone,
+                                 "This cannot be the name of a host."};
         }
         if (port_ > kHighestPort) {
-            throw ConnectFailed();
+            throw TransportError{FailureKind::kUnreachable, FailurePhase::kNone,
+                                 "There is no such port."};
         }
-        connection_ = std::make_unique<Connection>(host_, port_, tls_.get(), FromNow());
-    } catch (const UnknownHost&) {
-        throw Pegasus::InvalidLocatorException(Locator(host_, port_));
-    } catch (const ConnectFailed&) {
-        throw CannotConnect(Locator(host_, port_));
-    } catch (const boost::system::system_error&) {
-        throw CannotConnect(Locator(host_, port_));  // the process may have no descriptors left
+        connection_ = std::make_unique<Connection>(host_, port_, tls_.get(), limit);
+    } catch (const TransportError& error) {
+        ThrowCannotConnect(error, Locator(host_, port_));
+    } catch (const boost::system::system_error& error) {
+        // The process may have no descriptors left.
+        ThrowCannotConnect({FailureKind::kUnreachable, FailurePhase::kNone, error.what()},
+                           Locator(host_, port_));
     }
 }
 
-void Session::Reopen() {
+void Session::Reopen(const Limit& limit) {
     connection_.reset();
-    Open();
+    const Limit own = FromNow(connect_timeout_);
+    Open(own.deadline < limit.deadline ? own : limit);
 }
 
 /// A reply, and what reading its body threw.
@@ -97,18 +126,17 @@ bool Session::Exchange(const Operation& operation, const BodyReader& read_body) 
     if (!is_open_) {
         throw Pegasus::NotConnectedException();
     }
+    const Limit limit = FromNow(timeout_);
     if (!connection_ || connection_->IsStale()) {
-        Reopen();
+        Reopen(limit);
     }
-    Deadline deadline = FromNow();
-    Answer answer = SendUntilAnswered(operation, read_body, deadline);
+    Answer answer = SendUntilAnswered(operation, read_body, limit);
     if (answer.reply.status == 401 && !challenged_ && IsBasicChallenge(answer.reply)) {
         challenged_ = true;
         if (!connection_) {
-            Reopen();
-            deadline = FromNow();
+            Reopen(limit);
         }
-        answer = SendUntilAnswered(operation, read_body, deadline);
+        answer = SendUntilAnswered(operation, read_body, limit);
     }
     CheckStatus(answer.reply);
     CheckHeaders(answer.reply);
@@ -122,42 +150,48 @@ bool Session::Exchange(const Operation& operation, const BodyReader& read_body) 
 /// Sends the operation, once more when a connection that had been used before turns out to be dead
 /// and not one byte of an answer has arrived: reading twice changes nothing on the host.
 Session::Answer Session::SendUntilAnswered(const Operation& operation, const BodyReader& read_body,
-                                           Deadline& deadline) {
+                                           const Limit& limit) {
     const bool may_send_again = connection_used_;
-    if (auto answer = SendOnce(operation, read_body, deadline)) {
+    if (auto answer = SendOnce(operation, read_body, limit)) {
         return std::move(*answer);
     }
     if (may_send_again) {
-        Reopen();
-        deadline = FromNow();
-        if (auto answer = SendOnce(operation, read_body, deadline)) {
+        Reopen(limit);
+        if (auto answer = SendOnce(operation, read_body, limit)) {
             return std::move(*answer);
         }
     }
-    throw Pegasus::CIMClientMalformedHTTPException("Connection closed by CIM Server.");
+    throw ExplainedAs<Pegasus::CIMClientMalformedHTTPException>(
+        {FailureKind::kUnreachable, FailurePhase::kWaiting,
+         "The host closed the connection without an answer: " + end_reason_ + "."},
+        "Connection closed by CIM Server.");
 }
 
 /// Nothing when the connection ended before any answer.
 std::optional<Session::Answer> Session::SendOnce(const Operation& operation,
-                                                 const BodyReader& read_body, Deadline deadline) {
+                                                 const BodyReader& read_body, const Limit& limit) {
     connection_used_ = true;
-    ReplyReader reader([this, deadline] { return connection_->Read(deadline); });
+    ReplyReader reader([this, limit] { return connection_->Read(limit); });
     try {
         // A server may answer and close before it has taken the whole request.
-        Send(operation, deadline);
+        Send(operation, limit);
         Answer answer = Receive(reader, read_body);
         if (!answer.reply.keeps_alive) {
             connection_.reset();
         }
         return answer;
-    } catch (const TimedOut&) {
+    } catch (const TransportError& error) {
         connection_.reset();
-        throw Pegasus::ConnectionTimeoutException();
+        ThrowInterrupted(error, reader.HasBegun());
     } catch (const Pegasus::Exception&) {
+        end_reason_ = connection_->EndReason();
         connection_.reset();
         if (!reader.HasBegun()) {
             return std::nullopt;
         }
+        throw;
+    } catch (...) {
+        connection_.reset();  // it may be in the middle of a reply
         throw;
     }
 }
@@ -171,14 +205,14 @@ struct WipeAtEnd {
 
 }  // namespace
 
-bool Session::Send(const Operation& operation, Deadline deadline) {
+bool Session::Send(const Operation& operation, const Limit& limit) {
     const std::string_view authorization =
         challenged_ ? credentials_.AuthorizationValue() : std::string_view();
     std::string request = WriteHttpRequest(
         {HostField(host_, port_), operation.method, operation.name_space, authorization},
         operation.body);
     const WipeAtEnd wipe{request};
-    return connection_->Write(request, deadline);
+    return connection_->Write(request, limit);
 }
 
 namespace {
@@ -189,7 +223,7 @@ void SkipBody(ReplyReader& reader, HttpReply& reply) {
         reader.BeginBody(reply);
         while (!reader.NextPart(reply).empty()) {
         }
-    } catch (const TimedOut&) {
+    } catch (const TransportError&) {
         reply.keeps_alive = false;
     } catch (const Pegasus::Exception&) {
         reply.keeps_alive = false;

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "Pegasus/Common/SSLContext.h"
+#include "client/client_settings.h"
 #include "client/credentials.h"
 #include "http/reply.h"
 #include "http/request_head.h"
@@ -21,8 +22,12 @@ struct Operation {
     std::string body;
 };
 
+/// A call that has to connect again does so within its own limit, and within that of Connect.
 class Session {
 public:
+    /// Before Connect.
+    void Configure(ClientSettings settings) { settings_ = std::move(settings); }
+
     void SetTimeout(unsigned milliseconds) { timeout_ = std::chrono::milliseconds(milliseconds); }
     unsigned Timeout() const { return static_cast<unsigned>(timeout_.count()); }
 
@@ -42,18 +47,20 @@ public:
     [[nodiscard]] bool Exchange(const Operation& operation, const BodyReader& read_body);
 
 private:
-    Deadline FromNow() const { return std::chrono::steady_clock::now() + timeout_; }
-    void Open();
-    void Reopen();
+    Limit FromNow(std::chrono::milliseconds time) const;
+    void Open(const Limit& limit);
+    void Reopen(const Limit& limit);
     struct Answer;
     Answer SendUntilAnswered(const Operation& operation, const BodyReader& read_body,
-                             Deadline& deadline);
+                             const Limit& limit);
     std::optional<Answer> SendOnce(const Operation& operation, const BodyReader& read_body,
-                                   Deadline deadline);
-    bool Send(const Operation& operation, Deadline deadline);
+                                   const Limit& limit);
+    bool Send(const Operation& operation, const Limit& limit);
     static Answer Receive(class ReplyReader& reader, const BodyReader& read_body);
 
+    ClientSettings settings_;
     std::chrono::milliseconds timeout_{20000};
+    std::chrono::milliseconds connect_timeout_{20000};  ///< the one in force at Connect
     std::string host_;
     unsigned port_ = 0;
     Credentials credentials_;
@@ -64,6 +71,7 @@ private:
     std::unique_ptr<TlsSettings> tls_;
     std::unique_ptr<Connection> connection_;
     bool connection_used_ = false;
+    std::string end_reason_;  ///< why the last connection ended without an answer
 };
 
 }  // namespace cimclient

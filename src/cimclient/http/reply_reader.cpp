@@ -7,6 +7,7 @@
 
 #include "Pegasus/Client/CIMClientException.h"
 #include "ascii.h"
+#include "explained.h"
 #include "object_model/utf.h"
 #include "reply_limits.h"
 
@@ -17,9 +18,11 @@ namespace {
 using Pegasus::CIMClientHTTPErrorException;
 using Pegasus::CIMClientMalformedHTTPException;
 using Pegasus::String;
+using Zentar::FailureKind;
 
 [[noreturn]] void FailMalformed() {
-    throw CIMClientMalformedHTTPException("Malformed HTTP response message.");
+    throw Of<CIMClientMalformedHTTPException>(FailureKind::kNotCimServer,
+                                              "Malformed HTTP response message.");
 }
 
 [[noreturn]] void FailTooLarge() {
@@ -29,7 +32,7 @@ using Pegasus::String;
 }
 
 [[noreturn]] void FailFraming(unsigned status, const char* reason, const char* detail) {
-    throw CIMClientHTTPErrorException(status, reason, "", detail);
+    throw Of<CIMClientHTTPErrorException>(FailureKind::kBadReply, status, reason, "", detail);
 }
 
 /// Digits only, below 2^63.

@@ -1,14 +1,17 @@
 #include "transport/connection.h"
 
+#include <algorithm>
 #include <array>
-#include <boost/asio/connect.hpp>
-#include <boost/asio/io_context.hpp>
-#include <boost/asio/ip/tcp.hpp>
 #include <boost/asio/ssl/stream.hpp>
 #include <boost/asio/write.hpp>
 #include <functional>
 #include <optional>
 
+#include "common/platform/socket_habits.h"
+#include "transport/certificate_check.h"
+#include "transport/event_wait.h"
+#include "transport/name_resolution.h"
+#include "transport/socket.h"
 #include "transport/tls_state.h"
 
 namespace cimclient {
@@ -18,14 +21,35 @@ namespace {
 namespace asio = boost::asio;
 using asio::ip::tcp;
 using ErrorCode = boost::system::error_code;
-using TlsStream = asio::ssl::stream<tcp::socket&>;
+using TlsStream = asio::ssl::stream<Socket&>;
+using Zentar::FailureKind;
+using Zentar::FailurePhase;
 
 constexpr std::size_t kReadBytes = 64UL * 1024;
 
-bool IsAddress(const std::string& host) {
-    ErrorCode error;
-    asio::ip::make_address(host, error);
-    return !error;
+/// An address gets its share of the limit, and never less than a round trip may take.
+constexpr auto kShortestAttempt = std::chrono::milliseconds(250);
+
+/// More than any server sends of its own accord after a handshake.
+constexpr int kMostStepsWhileIdle = 16;
+
+[[noreturn]] void Fail(FailureKind kind, FailurePhase phase, std::string reason) {
+    throw TransportError{kind, phase, std::move(reason)};
+}
+
+[[noreturn]] void FailAtLimit(WaitEnd end, FailurePhase phase) {
+    if (end == WaitEnd::kCancelled) {
+        Fail(FailureKind::kCancelled, phase, "cancelled");
+    }
+    Fail(FailureKind::kTimedOut, phase, "The time limit was reached.");
+}
+
+/// What an address may take when `left` addresses share the rest of the limit.
+Limit ShareOf(const Limit& limit, std::size_t left) {
+    const auto now = std::chrono::steady_clock::now();
+    const auto share = std::max<std::chrono::steady_clock::duration>(
+        (limit.deadline - now) / static_cast<std::int64_t>(left), kShortestAttempt);
+    return {std::min(limit.deadline, now + share), limit.cancellation};
 }
 
 }  // namespace
@@ -38,7 +62,8 @@ class Connection::Stream {
     }
 
 public:
-    explicit Stream(TlsSettings* settings) : settings_(settings) {}
+    Stream(TlsSettings* settings, Zentar::Cancellation* cancellation)
+        : settings_(settings), wait_(io_, cancellation) {}
 
     ~Stream() {
         if (tls_) {
@@ -46,42 +71,30 @@ public:
         }
     }
 
-    void Connect(const std::string& host, unsigned port, Deadline deadline) {
-        ErrorCode error;
-        tcp::resolver resolver(io_);
-        const auto endpoints = resolver.resolve(host, std::to_string(port), error);
-        if (error) {
-            throw UnknownHost();
-        }
-        if (!Succeeds(deadline, [&](auto done) {
-                asio::async_connect(
-                    socket_, endpoints,
-                    [done](ErrorCode failed, const tcp::endpoint&) { done(failed); });
-            })) {
-            throw ConnectFailed();
-        }
-        socket_.set_option(tcp::no_delay(true), error);
+    void Connect(const std::string& host, unsigned port, const Limit& limit) {
+        ConnectToAny(Resolve(host, port, limit), limit);
+        ErrorCode ignored;
+        socket_.tcp().set_option(tcp::no_delay(true), ignored);
         if (settings_ != nullptr) {
-            Handshake(host, deadline);
+            Handshake(host, limit);
         }
     }
 
-    bool Write(std::string_view bytes, Deadline deadline) {
-        return WithEither([&](auto& stream) {
-            return Finishes(deadline, [&](auto done) {
+    bool Write(std::string_view bytes, const Limit& limit) {
+        const auto error = WithEither([&](auto& stream) {
+            return Run(limit, FailurePhase::kSending, [&](auto done) {
                 asio::async_write(stream, asio::buffer(bytes),
                                   [done](ErrorCode failed, std::size_t) { done(failed); });
             });
         });
+        return !error;
     }
 
-    std::string_view Read(Deadline deadline) {
+    std::string_view Read(const Limit& limit) {
         StartReading();
-        io_.restart();
-        while (!arrived_) {
-            if (io_.run_one_until(deadline) == 0) {
-                throw TimedOut();
-            }
+        const WaitEnd end = wait_.Until([this] { return arrived_.has_value(); }, limit);
+        if (end != WaitEnd::kDone) {
+            FailAtLimit(end, FailurePhase::kReceiving);
         }
         const std::size_t count = *arrived_;
         arrived_.reset();
@@ -89,74 +102,96 @@ public:
         return {buffer_.data(), count};
     }
 
+    const std::string& EndReason() const { return end_reason_; }
+
     bool IsStale() {
         StartReading();
-        io_.restart();
-        io_.poll();
-        return arrived_.has_value();
+        return !wait_.Poll(kMostStepsWhileIdle) || arrived_.has_value();
+    }
+
+    X509* Certificate() {
+        return tls_ ? SSL_get0_peer_certificate(tls_->native_handle()) : nullptr;
     }
 
 private:
     using Done = std::function<void(ErrorCode)>;
 
-    /// Runs one operation to its end. Nothing when the time limit came first.
+    /// Runs one operation to its end. Throws at the limit, after which nothing is under way.
     template <class Start>
-    std::optional<ErrorCode> Run(Deadline deadline, Start start) {
+    ErrorCode Run(const Limit& limit, FailurePhase phase, Start start) {
         std::optional<ErrorCode> result;
         start(Done([&result](ErrorCode error) { result = error; }));
-        io_.restart();
-        while (!result) {
-            if (io_.run_one_until(deadline) == 0) {
-                Abandon();
-                return std::nullopt;
-            }
+        const WaitEnd end = wait_.Until([&] { return result.has_value(); }, limit);
+        if (end != WaitEnd::kDone) {
+            Abandon();
+            FailAtLimit(end, phase);
         }
-        return result;
+        return *result;
     }
 
-    /// Ends the operations under way, whose handlers speak of what is about to go.
+    /// Ends the operations under way, whose handlers use what is about to go.
     void Abandon() {
         ErrorCode ignored;
-        socket_.close(ignored);
-        io_.restart();
-        io_.run();
+        socket_.tcp().close(ignored);
+        wait_.Drain();
     }
 
-    template <class Start>
-    bool Succeeds(Deadline deadline, Start start) {
-        const auto error = Run(deadline, start);
-        return error && !*error;
-    }
-
-    template <class Start>
-    bool Finishes(Deadline deadline, Start start) {
-        const auto error = Run(deadline, start);
-        if (!error) {
-            throw TimedOut();
+    void ConnectToAny(const std::vector<tcp::endpoint>& endpoints, const Limit& limit) {
+        std::optional<TransportError> problem;
+        for (std::size_t i = 0; i < endpoints.size(); ++i) {
+            problem = ConnectTo(endpoints[i], ShareOf(limit, endpoints.size() - i));
+            if (!problem) {
+                return;
+            }
+            if (problem->kind == FailureKind::kCancelled || limit.IsPast()) {
+                break;
+            }
         }
-        return !*error;
+        throw *problem;
     }
 
-    void Handshake(const std::string& host, Deadline deadline) {
+    std::optional<TransportError> ConnectTo(const tcp::endpoint& endpoint, const Limit& limit) {
+        ErrorCode error;
+        socket_.tcp().close(error);
+        socket_.tcp().open(endpoint.protocol(), error);
+        try {
+            if (!error) {
+                Zentar::CloseOnExec(socket_.tcp().native_handle());
+                error = Run(limit, FailurePhase::kConnecting,
+                            [&](auto done) { socket_.tcp().async_connect(endpoint, done); });
+            }
+        } catch (const TransportError& at_limit) {
+            return at_limit;
+        }
+        if (error) {
+            return TransportError{FailureKind::kUnreachable, FailurePhase::kConnecting,
+                                  error.message()};
+        }
+        return std::nullopt;
+    }
+
+    void Handshake(const std::string& host, const Limit& limit) {
         TlsSettings::State& state = settings_->state();
         tls_.emplace(socket_, *state.context);
-        if (!IsAddress(host)) {
-            SSL_set_tlsext_host_name(tls_->native_handle(), host.c_str());
-        }
+        SSL* const ssl = tls_->native_handle();
+        ExpectHost(ssl, host, state.tests_host_name);
         if (state.session) {
-            SSL_set_session(tls_->native_handle(), state.session.get());
+            SSL_set_session(ssl, state.session.get());
         }
-        if (!Succeeds(deadline, [&](auto done) {
+        try {
+            const ErrorCode error = Run(limit, FailurePhase::kTlsHandshake, [&](auto done) {
                 tls_->async_handshake(asio::ssl::stream_base::client, done);
-            })) {
+            });
+            CheckHandshake(ssl, error, state.fingerprints);
+        } catch (...) {
             state.session.reset();
             tls_.reset();  // its session is not to be kept
-            throw ConnectFailed();
+            throw;
         }
     }
 
     void KeepSession() {
-        // OpenSSL would forbid to resume a session that ends without a farewell.
+        // OpenSSL would forbid to resume a session that ends without close_notify.
         SSL_set_shutdown(tls_->native_handle(), SSL_SENT_SHUTDOWN);
         SSL_SESSION* session = SSL_get1_session(tls_->native_handle());
         if (session != nullptr && SSL_SESSION_is_resumable(session) == 1) {
@@ -172,35 +207,45 @@ private:
         }
         reading_ = true;
         WithEither([this](auto& stream) {
-            stream.async_read_some(
-                asio::buffer(buffer_),
-                [this](ErrorCode error, std::size_t count) { arrived_ = error ? 0 : count; });
+            stream.async_read_some(asio::buffer(buffer_),
+                                   [this](ErrorCode error, std::size_t count) {
+                                       arrived_ = error ? 0 : count;
+                                       if (error) {
+                                           end_reason_ = error.message();
+                                       }
+                                   });
         });
     }
 
     TlsSettings* settings_;
     asio::io_context io_{1};
-    tcp::socket socket_{io_};
+    EventWait wait_;
+    Socket socket_{io_};
     std::optional<TlsStream> tls_;
     std::array<char, kReadBytes> buffer_;
     /// A read is under way, or its result has not been taken yet.
     bool reading_ = false;
     std::optional<std::size_t> arrived_;
+    std::string end_reason_;
 };
 
-Connection::Connection(const std::string& host, unsigned port, TlsSettings* tls, Deadline deadline)
-    : stream_(std::make_unique<Stream>(tls)) {
-    stream_->Connect(host, port, deadline);
+Connection::Connection(const std::string& host, unsigned port, TlsSettings* tls, const Limit& limit)
+    : stream_(std::make_unique<Stream>(tls, limit.cancellation)) {
+    stream_->Connect(host, port, limit);
 }
 
 Connection::~Connection() = default;
 
-bool Connection::Write(std::string_view bytes, Deadline deadline) {
-    return stream_->Write(bytes, deadline);
+bool Connection::Write(std::string_view bytes, const Limit& limit) {
+    return stream_->Write(bytes, limit);
 }
 
-std::string_view Connection::Read(Deadline deadline) { return stream_->Read(deadline); }
+std::string_view Connection::Read(const Limit& limit) { return stream_->Read(limit); }
+
+const std::string& Connection::EndReason() const { return stream_->EndReason(); }
 
 bool Connection::IsStale() { return stream_->IsStale(); }
+
+X509* Connection::Certificate() const { return stream_->Certificate(); }
 
 }  // namespace cimclient

@@ -1,44 +1,43 @@
-// One TCP connection, with or without TLS, used from the caller's thread with time limits.
+// One TCP connection, with or without TLS, used from the caller's thread within limits.
 #pragma once
 
-#include <chrono>
 #include <memory>
 #include <string>
 #include <string_view>
 
+#include "transport/limit.h"
 #include "transport/tls_settings.h"
+#include "transport/transport_error.h"
 
 namespace cimclient {
 
-using Deadline = std::chrono::steady_clock::time_point;
-
-/// The host's name cannot be resolved.
-struct UnknownHost {};
-
-/// The host cannot be reached, or the TLS handshake failed, in time or at all.
-struct ConnectFailed {};
-
-/// The time limit was reached while reading or writing. The connection is of no more use.
-struct TimedOut {};
-
+/// The limits of one connection all have the same cancellation, that of its construction.
 class Connection {
 public:
-    /// Connects, with settings including the TLS handshake. Throws UnknownHost or ConnectFailed.
-    /// The settings must outlive the connection.
-    Connection(const std::string& host, unsigned port, TlsSettings* tls, Deadline deadline);
+    /// Connects, with settings including the TLS handshake, to the first of the host's addresses
+    /// that takes the connection. Throws TransportError. The settings must outlive the connection.
+    Connection(const std::string& host, unsigned port, TlsSettings* tls, const Limit& limit);
     ~Connection();
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
 
-    /// Writes all of it at once. False when the other side no longer takes it. Throws TimedOut.
-    bool Write(std::string_view bytes, Deadline deadline);
+    /// Writes all of it at once. False when the other side no longer takes it. Throws
+    /// TransportError at the limit.
+    bool Write(std::string_view bytes, const Limit& limit);
 
     /// The next bytes that arrive, valid until the next call; empty at the end, whether the other
-    /// side closed or broke the connection. Throws TimedOut.
-    std::string_view Read(Deadline deadline);
+    /// side closed or broke the connection. Throws TransportError at the limit.
+    std::string_view Read(const Limit& limit);
 
-    /// True when something has arrived, bytes or an end, though nothing was asked for.
+    /// Why the connection ended; empty while it has not.
+    const std::string& EndReason() const;
+
+    /// False when nothing has arrived, no bytes and no end, since the last answer was read. A host
+    /// that keeps sending records of TLS that carry nothing is stale too.
     bool IsStale();
+
+    /// The certificate that the host showed; null without TLS.
+    struct x509_st* Certificate() const;
 
 private:
     class Stream;

@@ -89,14 +89,43 @@ std::shared_ptr<ssl::context> TestingContext(const Pegasus::SSLContext& settings
     return context;
 }
 
+/// Certificates that are worth testing are not weaker than 80 bits, and TLS 1.2 comes with that.
+std::shared_ptr<ssl::context> ContextTrusting(const std::string& ca_file) {
+    auto context = NewContext(ssl::verify_peer);
+    SSL_CTX_set_security_level(context->native_handle(), 1);
+    SSL_CTX_set_cipher_list(context->native_handle(), "DEFAULT:@SECLEVEL=1");
+    boost::system::error_code ignored;
+    context->load_verify_file(ca_file, ignored);
+    return context;
+}
+
+std::shared_ptr<ssl::context> ContextFor(const Pegasus::SSLContext& settings, const Trust& trust) {
+    if (!trust.ca_file.empty()) {
+        return ContextTrusting(trust.ca_file);
+    }
+    return settings.isPeerVerificationEnabled() ? TestingContext(settings) : UntestingContext();
+}
+
 }  // namespace
 
-TlsSettings::TlsSettings(const Pegasus::SSLContext& context) : state_(std::make_unique<State>()) {
-    state_->context =
-        context.isPeerVerificationEnabled() ? TestingContext(context) : UntestingContext();
+TlsSettings::TlsSettings(const Pegasus::SSLContext& context, const Trust& trust)
+    : state_(std::make_unique<State>()) {
+    state_->context = ContextFor(context, trust);
+    state_->tests_host_name = !trust.ca_file.empty();
+    state_->fingerprints = trust.fingerprints;
 }
 
 TlsSettings::~TlsSettings() = default;
+
+std::string ProblemOf(const Trust& trust) {
+    boost::system::error_code error;
+    if (!trust.ca_file.empty()) {
+        ssl::context scratch(ssl::context::tls_client);
+        scratch.load_verify_file(trust.ca_file, error);
+    }
+    return error ? "The CA file \"" + trust.ca_file + "\" cannot be used: " + error.message() + "."
+                 : std::string();
+}
 
 void CheckTrustStore(const std::string& path) {
     if (!path.empty()) {

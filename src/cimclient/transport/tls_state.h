@@ -17,6 +17,8 @@ struct SessionDeleter {
 struct TlsSettings::State {
     std::shared_ptr<boost::asio::ssl::context> context;
     std::unique_ptr<SSL_SESSION, SessionDeleter> session;
+    bool tests_host_name = false;
+    std::vector<Fingerprint> fingerprints;
 };
 
 }  // namespace cimclient

@@ -44,11 +44,22 @@ Kalvex::Kalvex(const ZentarConnection::ConnectionInfo& info) : worker_(nullptr) 
     worker_ = new KalvexCim(info);
 }
 
+Kalvex::Kalvex(const ZentarConnection::ConnectionInfo& info,
+               const ZentarConnection::ConnectionOptions& options)
+    : worker_(nullptr) {
+    ZENTAR_LOG(4) << "Calling constructor of Kalvex";
+    worker_ = new KalvexCim(info, options);
+}
+
 Kalvex::~Kalvex() {
     ZENTAR_LOG(4) << "Calling destructor of Kalvex";
     delete worker_;
     worker_ = nullptr;
 }
+
+void Kalvex::Cancel() { worker_->Cancel(); }
+
+FailureList Kalvex::TakeFailures() { return worker_->TakeFailures(); }
 
 int Kalvex::GetComputerSystem(ZentarAgentless::ComputerSystem& record) {
     ZENTAR_LOG(4) << "Calling Kalvex::GetComputerSystem";

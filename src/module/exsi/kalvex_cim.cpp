@@ -4,6 +4,7 @@
 #include <new>
 
 #include "common/cimom/src/cimfunc.h"
+#include "common/cimom/src/host_access.h"
 #include "common/log/log_message.h"
 #include "common/platform/wipe.h"
 #include "module/exsi/identifying_info.h"
@@ -14,8 +15,6 @@ namespace Zentar::Agentless {
 
 namespace {
 
-constexpr Pegasus::Uint32 kEnumerationTimeoutMs = 300000;
-
 using Instances = Pegasus::Array<Pegasus::CIMInstance>;
 using ZentarAgentless::ComputerSystem;
 
@@ -24,8 +23,9 @@ int Enumerate(const char* class_name, CimConnection* connection, Instances& inst
     if (connection == nullptr) {
         return kCimFailed;
     }
+    const auto limit = connection->access->Clipped(connection->access->options().request_limit);
     return GetCIMArrayFromEnumerateInstances(Pegasus::CIMName(class_name), *connection, instances,
-                                             kEnumerationTimeoutMs);
+                                             limit);
 }
 
 int Associate(const Pegasus::CIMObjectPath& source, const char* association, const char* result,
@@ -40,13 +40,13 @@ int Associate(const Pegasus::CIMObjectPath& source, const char* association, con
 /// The first instance's properties of the given names; empty texts where there is none.
 template <std::size_t count>
 void ReadFirst(const Instances& instances, const char* const (&names)[count],
-               PropertyMap& properties) {
+               PropertyMap& properties, HostAccess& access) {
     properties.clear();
     for (const char* name : names) {
         properties[name] = "";
     }
     if (instances.size() > 0) {
-        GetPropertiesFromInstance(instances[0], properties);
+        GetPropertiesFromInstance(instances[0], properties, &access);
     }
 }
 
@@ -107,13 +107,25 @@ void Destroy(CimConnection*& connection) {
 
 }  // namespace
 
-KalvexCim::KalvexCim() = default;
+KalvexCim::KalvexCim(std::shared_ptr<HostAccess> access) : access_(std::move(access)) {}
 
-KalvexCim::KalvexCim(const ZentarConnection::ConnectionInfo& info) : KalvexCim() {
+KalvexCim::KalvexCim(const ZentarConnection::ConnectionInfo& info)
+    : KalvexCim(std::make_shared<HostAccess>()) {
+    Connect(info);
+}
+
+KalvexCim::KalvexCim(const ZentarConnection::ConnectionInfo& info,
+                     const ZentarConnection::ConnectionOptions& options)
+    : KalvexCim(std::make_shared<HostAccess>(options)) {
+    Connect(info);
+}
+
+void KalvexCim::Connect(const ZentarConnection::ConnectionInfo& info) {
     ZENTAR_LOG(4) << "Calling constructor of KalvexCim";
     connection_info_ = info;
-    cimv2_connection_ = new CimConnection(Pegasus::CIMNamespaceName("root/cimv2"), info);
-    hardware_connection_ = new CimConnection(Pegasus::CIMNamespaceName("ibm/imm0/cimv2"), info);
+    cimv2_connection_ = new CimConnection(Pegasus::CIMNamespaceName("root/cimv2"), info, access_);
+    hardware_connection_ =
+        new CimConnection(Pegasus::CIMNamespaceName("ibm/imm0/cimv2"), info, access_);
 }
 
 KalvexCim::~KalvexCim() {
@@ -122,6 +134,10 @@ KalvexCim::~KalvexCim() {
     Destroy(hardware_connection_);
     Wipe(connection_info_.password);
 }
+
+void KalvexCim::Cancel() { access_->Cancel(); }
+
+FailureList KalvexCim::TakeFailures() { return access_->TakeFailures(); }
 
 int KalvexCim::GetComputerSystem(ComputerSystem& record) {
     ZENTAR_LOG(4) << "Calling KalvexCim::GetComputerSystem";
@@ -143,7 +159,7 @@ int KalvexCim::GetComputerSystem(ComputerSystem& record) {
 }
 
 void KalvexCim::ReadChassis(const Instances& chassis, ComputerSystem& record) {
-    ReadFirst(chassis, {"Manufacturer", "Version"}, properties_);
+    ReadFirst(chassis, {"Manufacturer", "Version"}, properties_, *access_);
     record.manufacturer_ = properties_["Manufacturer"];
     record.version_ = properties_["Version"];
     ZENTAR_LOG(4) << "==========Manufacturer is : ============" << record.manufacturer_;
@@ -159,7 +175,7 @@ int KalvexCim::GetOperationSystem(ZTEXSI::OperationSystem& record) {
     }
     ReadFirst(hypervisors,
               {"VersionString", "Name", "Manufacturer", "LargeBuildNumber", "LastStartTime"},
-              properties_);
+              properties_, *access_);
     record.version_string = properties_["VersionString"];
     record.name = properties_["Name"];
     record.manufacturer = properties_["Manufacturer"];
@@ -189,7 +205,7 @@ int KalvexCim::ReadTable(const TableQuery<Record>& query, std::vector<Record>& r
     for (const Column<Record>& column : query.columns) {
         texts.push_back(&properties[column.property]);
     }
-    PropertyReader reader(properties);
+    PropertyReader reader(properties, access_.get());
     records.reserve(records.size() + instances.size());
     for (Pegasus::Uint32 i = 0; i < instances.size(); ++i) {
         for (std::string* text : texts) {
@@ -263,8 +279,8 @@ int KalvexCim::GetPCIInfo(Pciinventory::Pciinfo& info) {
         return kCimFailed;
     }
     Destroy(cimv2_connection_);
-    cimv2_connection_ =
-        new (std::nothrow) CimConnection(Pegasus::CIMNamespaceName("root/ibmsd"), connection_info_);
+    cimv2_connection_ = new (std::nothrow)
+        CimConnection(Pegasus::CIMNamespaceName("root/ibmsd"), connection_info_, access_);
     if (cimv2_connection_ != nullptr) {
         GetPCIDevice(info.devices_);
         GetPCIBridge(info.bridges_);
@@ -316,7 +332,7 @@ void KalvexCim::CopySlotAllInfo(const Pegasus::CIMObject& slot_or_board,
                                 std::string& slot_all_info) {
     properties_.clear();
     properties_["SlotAllInfo"] = "";
-    GetPropertiesFromObject(slot_or_board, properties_);
+    GetPropertiesFromObject(slot_or_board, properties_, access_.get());
     slot_all_info = properties_["SlotAllInfo"];
 }
 

@@ -4,18 +4,22 @@
 #include <Pegasus/Client/CIMClient.h>
 
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
+#include "common/kalvex_export.h"
 #include "common/records/connection_info.h"
+#include "common/records/connection_options.h"
+#include "common/records/failure.h"
 #include "common/records/host_records.h"
 #include "common/records/network_records.h"
 #include "common/records/pci_records.h"
-#include "module/exsi/kalvex_export.h"
 
 namespace Zentar {
 struct CimConnection;
-}
+class HostAccess;
+}  // namespace Zentar
 
 namespace Zentar::Agentless {
 
@@ -24,8 +28,9 @@ struct TableQuery;
 
 /// Holds two connections to the host and a scratch map of properties that all queries share, so an
 /// object must not be used from two threads at once. Queries block for their network exchanges,
-/// each bounded to 300 seconds, and return 0 on success and 1 on failure. Lists are appended to, in
-/// the host's order, and never cleared; a failed query leaves them as they were.
+/// each bounded to 300 seconds or by the options, and return 0 on success and 1 on failure. Lists
+/// are appended to, in the host's order, and never cleared; a failed query leaves them as they
+/// were.
 ///
 /// A failed allocation passes to the caller as std::bad_alloc. The object stays usable, and lists
 /// keep the whole records that were appended before.
@@ -34,9 +39,15 @@ public:
     /// Connects for the namespaces "root/cimv2" and "ibm/imm0/cimv2". Never fails: a connection
     /// that could not be made is tried again by the first query that needs it.
     explicit KalvexCim(const ZentarConnection::ConnectionInfo& info);
+    KalvexCim(const ZentarConnection::ConnectionInfo& info,
+              const ZentarConnection::ConnectionOptions& options);
     ~KalvexCim();
     KalvexCim(const KalvexCim&) = delete;
     KalvexCim& operator=(const KalvexCim&) = delete;
+
+    /// As those of Kalvex.
+    void Cancel();
+    FailureList TakeFailures();
 
     /// Fails only when neither OMC_Chassis nor IBM_ComputerSystem could be read; a field whose
     /// source is missing keeps what it held.
@@ -69,7 +80,8 @@ public:
 
 private:
     /// Makes the whole object first, so that the destructor cleans up when connecting throws.
-    KalvexCim();
+    explicit KalvexCim(std::shared_ptr<HostAccess> access);
+    void Connect(const ZentarConnection::ConnectionInfo& info);
 
     template <class Record, class Complete>
     int ReadTable(const TableQuery<Record>& query, std::vector<Record>& records, Complete complete);
@@ -84,6 +96,7 @@ private:
     std::map<std::string, std::string> properties_;
     CimConnection* cimv2_connection_ = nullptr;
     CimConnection* hardware_connection_ = nullptr;
+    std::shared_ptr<HostAccess> access_;
 };
 
 }  // namespace Zentar::Agentless

@@ -22,7 +22,8 @@ PEGASUS_NAMESPACE_BEGIN
 
 namespace detail {
 class ClientSession;
-}
+struct ClientAccess;
+}  // namespace detail
 
 /// One connection to one CIM server. Calls block the caller's thread; an object must not be used
 /// from two threads at once. Every failure is an exception (CIMException for what the server
@@ -63,6 +64,7 @@ public:
                                  const CIMPropertyList& propertyList = CIMPropertyList());
 
 private:
+    friend struct detail::ClientAccess;
     std::unique_ptr<detail::ClientSession> session_;
 };
 

@@ -1,0 +1,15 @@
+// What the operating system is asked for on sockets.
+#pragma once
+
+namespace Zentar {
+
+/// Has the system acknowledge what arrives next at once. Servers that leave Nagle's algorithm on
+/// hold an answer back until what they sent before has been acknowledged, which a delayed
+/// acknowledgement makes 40 ms. Holds for a short time, so it is asked for before every read. Does
+/// nothing where the system offers no such thing.
+void AcknowledgeAtOnce(int socket);
+
+/// Keeps the descriptor from programs that the process starts.
+void CloseOnExec(int descriptor);
+
+}  // namespace Zentar
