@@ -4,6 +4,7 @@
 
 #include "cli/command_error.h"
 #include "simhost/server.h"
+#include "simhost/server_habits.h"
 
 namespace command {
 
@@ -22,7 +23,7 @@ simhost::HostDescription Describe(const std::string& file) {
 
 std::unique_ptr<simhost::Server> StartSimulatedHost(const std::string& description_file,
                                                     Transport transport, std::uint16_t port) {
-    simhost::ServerOptions options;
+    simhost::ServerOptions options = simhost::RealServerHabits();
     options.transport =
         transport == Transport::kHttps ? simhost::Transport::kHttps : simhost::Transport::kHttp;
     options.address = kSimulatedAddress;

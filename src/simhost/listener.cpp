@@ -16,7 +16,7 @@ using boost::system::error_code;
 class Listener::Impl {
 public:
     Impl(const ServerOptions& options, std::function<void(NativeSocket)> accepted)
-        : accepted_(std::move(accepted)), acceptor_(io_) {
+        : no_delay_(options.no_delay), accepted_(std::move(accepted)), acceptor_(io_) {
         Listen(options);
         AwaitConnections();
         thread_ = std::thread([this] { io_.run(); });
@@ -35,6 +35,8 @@ public:
         tcp::socket socket = acceptor_.accept(error);
         while (!error) {
             const bool ip_v6 = acceptor_.local_endpoint().address().is_v6();
+            error_code gone;
+            socket.set_option(tcp::no_delay(no_delay_), gone);
             accepted_({socket.release(), ip_v6});
             socket = acceptor_.accept(error);
         }
@@ -72,6 +74,7 @@ private:
         });
     }
 
+    const bool no_delay_;
     const std::function<void(NativeSocket)> accepted_;
     asio::io_context io_{1};
     std::mutex mutex_;

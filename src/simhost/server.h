@@ -27,6 +27,9 @@ struct ServerOptions {
     std::string password;
     std::string challenge = "Basic realm=\"cimom\"";  ///< empty: a 401 without WWW-Authenticate
 
+    /// Sends small segments at once (TCP_NODELAY). Otherwise Nagle's algorithm keeps one back until
+    /// the client has acknowledged all that went before it.
+    bool no_delay = true;
     /// Closes a connection after so long without a request; zero: never.
     std::chrono::milliseconds idle_limit{0};
     /// Closes a connection after so many requests; 0: never.

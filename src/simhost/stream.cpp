@@ -28,10 +28,7 @@ public:
 
     explicit Impl(NativeSocket accepted)
         : work(io.get_executor()),
-          socket(io, accepted.ip_v6 ? asio::ip::tcp::v6() : asio::ip::tcp::v4(), accepted.handle) {
-        error_code ignored;
-        socket.set_option(asio::ip::tcp::no_delay(true), ignored);
-    }
+          socket(io, accepted.ip_v6 ? asio::ip::tcp::v6() : asio::ip::tcp::v4(), accepted.handle) {}
 
     /// Runs until the operation is done or the deadline is over.
     void RunUntil(const std::shared_ptr<Outcome>& outcome, Clock::time_point deadline);

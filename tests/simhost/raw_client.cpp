@@ -35,11 +35,13 @@ bool Reply::HasHeader(std::string_view name) const {
 }
 
 RawClient::RawClient(const simhost::Server& server)
-    : RawClient(server, server.Url().rfind("https:", 0) == 0) {}
+    : RawClient(server.port(), server.Url().rfind("https:", 0) == 0) {}
 
-RawClient::RawClient(const simhost::Server& server, bool tls, const RawClient* earlier)
+RawClient::RawClient(std::uint16_t port) : RawClient(port, false) {}
+
+RawClient::RawClient(std::uint16_t port, bool tls, const RawClient* earlier)
     : impl_(std::make_unique<Impl>()) {
-    impl_->socket.connect({asio::ip::make_address("127.0.0.1"), server.port()});
+    impl_->socket.connect({asio::ip::make_address("127.0.0.1"), port});
     if (tls) {
         SSL_CTX_set_security_level(impl_->context.native_handle(), 0);
         SSL_CTX_set_min_proto_version(impl_->context.native_handle(), TLS1_VERSION);
@@ -53,7 +55,7 @@ RawClient::RawClient(const simhost::Server& server, bool tls, const RawClient* e
     }
 }
 
-RawClient RawClient::WithoutTls(const simhost::Server& server) { return {server, false}; }
+RawClient RawClient::WithoutTls(const simhost::Server& server) { return RawClient(server.port()); }
 
 RawClient::RawClient(RawClient&&) noexcept = default;
 
@@ -174,7 +176,7 @@ PeerCertificate RawClient::Certificate() const {
 }
 
 RawClient RawClient::ConnectAgain(const simhost::Server& server) const {
-    return {server, true, this};
+    return {server.port(), true, this};
 }
 
 }  // namespace simhost_test

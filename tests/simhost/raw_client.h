@@ -1,6 +1,7 @@
 // A client that knows HTTP framing and nothing more.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -36,6 +37,8 @@ class RawClient {
 public:
     /// Connects; with TLS when the server speaks it.
     explicit RawClient(const simhost::Server& server);
+    /// Without TLS.
+    explicit RawClient(std::uint16_t port);
     /// Only the TCP connection, whatever the server speaks.
     static RawClient WithoutTls(const simhost::Server& server);
     RawClient(RawClient&&) noexcept;
@@ -61,7 +64,7 @@ public:
 
 private:
     struct Impl;
-    RawClient(const simhost::Server& server, bool tls, const RawClient* earlier = nullptr);
+    RawClient(std::uint16_t port, bool tls, const RawClient* earlier = nullptr);
 
     bool ReceiveMore();
     /// Takes a line and its end from what arrives; false at the connection's end.
