@@ -58,7 +58,7 @@ bool Connection::Open() {
     std::optional<SettleAtEnd> settle(std::in_place, server_.journal);
     if (const auto misbehaviour = server_.misbehaviours.ForConnection()) {
         settle.reset();
-        MisbehaveOnConnect(*misbehaviour, stream_);
+        ApplyOnConnect(*misbehaviour, stream_);
         return false;
     }
     if (server_.tls == nullptr) {
@@ -101,14 +101,14 @@ bool Connection::ServeRequest(const HttpHead& head) {
                                                                             read.request.class_name)
                                          : std::nullopt;
     if (misbehaviour) {
-        Spoil(*misbehaviour, read.request, requests_, answer);
+        ApplyToAnswer(*misbehaviour, {read.request, requests_}, answer);
     }
     if (!answer.close && IsLast(head)) {
         answer.close = true;
         answer.SetHeader("Connection", server_.options.announce_close ? "close" : "");
     }
     stream_.PauseUntil(leaves);
-    if (misbehaviour && !SendMisbehaving(*misbehaviour, answer, stream_)) {
+    if (misbehaviour && !ApplyToSending(*misbehaviour, answer, stream_)) {
         return false;
     }
     if (!misbehaviour) {

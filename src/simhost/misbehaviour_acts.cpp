@@ -1,6 +1,7 @@
 #include "simhost/misbehaviour_acts.h"
 
 #include <algorithm>
+#include <stdexcept>
 
 #include "simhost/responder.h"
 
@@ -10,27 +11,58 @@ namespace {
 
 using Kind = Misbehaviour::Kind;
 
-void BreakOffWithError(const Misbehaviour& misbehaviour, Answer& answer) {
+void CloseAtOnce(const Misbehaviour&, Stream& stream) { stream.Close(); }
+
+void StallAtOnce(const Misbehaviour&, Stream& stream) { stream.AwaitPeersEnd(); }
+
+void GreetAtOnce(const Misbehaviour& misbehaviour, Stream& stream) {
+    stream.Write(misbehaviour.text);
+    stream.AwaitPeersEnd();
+}
+
+void ChangeLength(const Misbehaviour& misbehaviour, const NumberedRequest&, Answer& answer) {
+    answer.chunked = false;
+    answer.SetHeader("Trailer", "");
+    answer.length_surplus = misbehaviour.number;
+}
+
+void ReplaceByErrorElement(const Misbehaviour& misbehaviour, const NumberedRequest& request,
+                           Answer& answer) {
+    answer = ErrorElementAnswer(request.request, static_cast<unsigned>(misbehaviour.number),
+                                misbehaviour.text);
+}
+
+void BreakOffWithError(const Misbehaviour& misbehaviour, const NumberedRequest&, Answer& answer) {
     answer.body.resize(answer.body.size() / 2);
     AddErrorTrailers(static_cast<unsigned>(misbehaviour.number), misbehaviour.text, answer);
 }
 
-void ReplaceStatus(const Misbehaviour& misbehaviour, Answer& answer) {
+void ReplaceStatus(const Misbehaviour& misbehaviour, const NumberedRequest&, Answer& answer) {
     answer = EmptyAnswer(static_cast<int>(misbehaviour.number), misbehaviour.text);
     answer.SetHeader("CIMError", misbehaviour.cim_error);
 }
 
-void ReplaceMessageId(const std::string& id, Answer& answer) {
+void ReplaceContentType(const Misbehaviour& misbehaviour, const NumberedRequest&, Answer& answer) {
+    answer.SetHeader("Content-Type", misbehaviour.text);
+}
+
+void ReplaceOperation(const Misbehaviour& misbehaviour, const NumberedRequest&, Answer& answer) {
+    answer.SetHeader("CIMOperation", misbehaviour.text);
+}
+
+void ReplaceMessageId(const Misbehaviour& misbehaviour, const NumberedRequest&, Answer& answer) {
     const std::string before = "<MESSAGE ID=\"";
     const auto begin = answer.body.find(before);
     if (begin != std::string::npos) {
         const auto id_begin = begin + before.size();
-        answer.body.replace(id_begin, answer.body.find('"', id_begin) - id_begin, id);
+        answer.body.replace(id_begin, answer.body.find('"', id_begin) - id_begin,
+                            misbehaviour.text);
     }
 }
 
 /// Repeats the returned elements; without any, blank lines.
-void Enlarge(std::size_t size, Answer& answer) {
+void Enlarge(const Misbehaviour& misbehaviour, const NumberedRequest&, Answer& answer) {
+    const auto size = static_cast<std::size_t>(misbehaviour.number);
     constexpr std::size_t kPiece = 65536;
     const std::string begin = "<IRETURNVALUE>\n";
     const auto at = answer.body.find(begin);
@@ -50,12 +82,34 @@ void Enlarge(std::size_t size, Answer& answer) {
     answer.repetitions = size / answer.repeated.size() + 1;
 }
 
-void EndConnection(const Misbehaviour& misbehaviour, std::size_t request_number, Answer& answer) {
+void EndConnection(const Misbehaviour& misbehaviour, const NumberedRequest& request,
+                   Answer& answer) {
     const auto every = static_cast<std::size_t>(std::max<std::int64_t>(1, misbehaviour.number));
-    if (request_number % every == 0) {
+    if (request.number % every == 0) {
         answer.close = true;
         answer.SetHeader("Connection", misbehaviour.abrupt ? "" : "close");
     }
+}
+
+bool CloseInstead(const Misbehaviour&, const Answer&, Stream& stream) {
+    stream.Close();
+    return false;
+}
+
+bool ResetInstead(const Misbehaviour&, const Answer&, Stream& stream) {
+    stream.Reset();
+    return false;
+}
+
+bool StallInstead(const Misbehaviour&, const Answer&, Stream& stream) {
+    stream.AwaitPeersEnd();
+    return false;
+}
+
+bool SendTextInstead(const Misbehaviour& misbehaviour, const Answer&, Stream& stream) {
+    stream.Write(misbehaviour.text);
+    stream.CloseProperly();
+    return false;
 }
 
 bool SendTruncated(const Misbehaviour& misbehaviour, const Answer& answer, Stream& stream) {
@@ -70,7 +124,7 @@ bool SendTruncated(const Misbehaviour& misbehaviour, const Answer& answer, Strea
     return false;
 }
 
-void SendSlowly(const Misbehaviour& misbehaviour, const Answer& answer, Stream& stream) {
+bool SendSlowly(const Misbehaviour& misbehaviour, const Answer& answer, Stream& stream) {
     const auto size = static_cast<std::size_t>(std::max<std::int64_t>(1, misbehaviour.number));
     WriteAnswer(answer, [&](std::string_view bytes) {
         for (; !bytes.empty(); bytes.remove_prefix(std::min(size, bytes.size()))) {
@@ -79,85 +133,78 @@ void SendSlowly(const Misbehaviour& misbehaviour, const Answer& answer, Stream& 
         }
         return true;
     });
+    return true;
 }
 
 }  // namespace
 
-void MisbehaveOnConnect(const Misbehaviour& misbehaviour, Stream& stream) {
-    if (misbehaviour.kind != Kind::kCloseOnConnect) {
-        if (misbehaviour.kind == Kind::kRawOnConnect) {
-            stream.Write(misbehaviour.text);
-        }
-        stream.AwaitPeersEnd();
-    }
-    stream.Close();
-}
-
-void Spoil(const Misbehaviour& misbehaviour, const CimRequest& request, std::size_t request_number,
-           Answer& answer) {
-    switch (misbehaviour.kind) {
+// Without a default, so that the compiler misses a kind that nothing is done about.
+Act ActOf(Kind kind) {
+    switch (kind) {
+        case Kind::kCloseOnConnect:
+            return &CloseAtOnce;
+        case Kind::kStallOnConnect:
+            return &StallAtOnce;
+        case Kind::kRawOnConnect:
+            return &GreetAtOnce;
         case Kind::kWrongLength:
-            answer.chunked = false;
-            answer.SetHeader("Trailer", "");
-            answer.length_surplus = misbehaviour.number;
-            break;
+            return &ChangeLength;
         case Kind::kCimErrorElement:
-            answer = ErrorElementAnswer(request, static_cast<unsigned>(misbehaviour.number),
-                                        misbehaviour.text);
-            break;
+            return &ReplaceByErrorElement;
         case Kind::kCimErrorTrailer:
-            BreakOffWithError(misbehaviour, answer);
-            break;
+            return &BreakOffWithError;
         case Kind::kHttpStatus:
-            ReplaceStatus(misbehaviour, answer);
-            break;
+            return &ReplaceStatus;
         case Kind::kContentType:
-            answer.SetHeader("Content-Type", misbehaviour.text);
-            break;
+            return &ReplaceContentType;
         case Kind::kOperationHeader:
-            answer.SetHeader("CIMOperation", misbehaviour.text);
-            break;
+            return &ReplaceOperation;
         case Kind::kMessageId:
-            ReplaceMessageId(misbehaviour.text, answer);
-            break;
+            return &ReplaceMessageId;
         case Kind::kHugeReply:
-            Enlarge(static_cast<std::size_t>(misbehaviour.number), answer);
-            break;
+            return &Enlarge;
         case Kind::kCloseEvery:
-            EndConnection(misbehaviour, request_number, answer);
-            break;
-        default:
-            break;
+            return &EndConnection;
+        case Kind::kClose:
+            return &CloseInstead;
+        case Kind::kReset:
+            return &ResetInstead;
+        case Kind::kStall:
+            return &StallInstead;
+        case Kind::kRaw:
+            return &SendTextInstead;
+        case Kind::kTruncate:
+            return &SendTruncated;
+        case Kind::kSlowDrip:
+            return &SendSlowly;
+    }
+    throw std::logic_error("a misbehaviour of no kind");
+}
+
+bool ActsOnConnect(Kind kind) { return std::holds_alternative<ActOnConnect>(ActOf(kind)); }
+
+void ApplyOnConnect(const Misbehaviour& misbehaviour, Stream& stream) {
+    std::get<ActOnConnect>(ActOf(misbehaviour.kind))(misbehaviour, stream);
+}
+
+void ApplyToAnswer(const Misbehaviour& misbehaviour, const NumberedRequest& request,
+                   Answer& answer) {
+    const Act act = ActOf(misbehaviour.kind);
+    if (const auto* const change = std::get_if<ActOnAnswer>(&act)) {
+        (*change)(misbehaviour, request, answer);
     }
 }
 
-bool SendMisbehaving(const Misbehaviour& misbehaviour, const Answer& answer, Stream& stream) {
-    switch (misbehaviour.kind) {
-        case Kind::kClose:
-            stream.Close();
-            return false;
-        case Kind::kReset:
-            stream.Reset();
-            return false;
-        case Kind::kStall:
-            stream.AwaitPeersEnd();
-            return false;
-        case Kind::kRaw:
-            stream.Write(misbehaviour.text);
-            stream.CloseProperly();
-            return false;
-        case Kind::kTruncate:
-            return SendTruncated(misbehaviour, answer, stream);
-        case Kind::kSlowDrip:
-            SendSlowly(misbehaviour, answer, stream);
-            return true;
-        default:
-            WriteAnswer(answer, [&](std::string_view bytes) {
-                stream.Write(bytes);
-                return true;
-            });
-            return true;
+bool ApplyToSending(const Misbehaviour& misbehaviour, const Answer& answer, Stream& stream) {
+    const Act act = ActOf(misbehaviour.kind);
+    if (const auto* const send = std::get_if<ActOnSending>(&act)) {
+        return (*send)(misbehaviour, answer, stream);
     }
+    WriteAnswer(answer, [&](std::string_view bytes) {
+        stream.Write(bytes);
+        return true;
+    });
+    return true;
 }
 
 }  // namespace simhost

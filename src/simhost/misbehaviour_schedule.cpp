@@ -2,16 +2,12 @@
 
 #include <utility>
 
+#include "simhost/misbehaviour_acts.h"
 #include "simhost/text.h"
 
 namespace simhost {
 
 namespace {
-
-bool IsOnConnect(Misbehaviour::Kind kind) {
-    return kind == Misbehaviour::Kind::kCloseOnConnect ||
-           kind == Misbehaviour::Kind::kStallOnConnect || kind == Misbehaviour::Kind::kRawOnConnect;
-}
 
 bool Allows(const std::string& limit, const std::string& value) {
     return limit.empty() || EqualIgnoringCase(limit, value);
@@ -47,13 +43,13 @@ std::optional<Misbehaviour> MisbehaviourSchedule::FirstThat(Fits fits) {
 }
 
 std::optional<Misbehaviour> MisbehaviourSchedule::ForConnection() {
-    return FirstThat([](const Misbehaviour& candidate) { return IsOnConnect(candidate.kind); });
+    return FirstThat([](const Misbehaviour& candidate) { return ActsOnConnect(candidate.kind); });
 }
 
 std::optional<Misbehaviour> MisbehaviourSchedule::ForRequest(const std::string& operation,
                                                              const std::string& class_name) {
     return FirstThat([&](const Misbehaviour& candidate) {
-        return !IsOnConnect(candidate.kind) && Allows(candidate.only_operation, operation) &&
+        return !ActsOnConnect(candidate.kind) && Allows(candidate.only_operation, operation) &&
                Allows(candidate.only_class, class_name);
     });
 }

@@ -1,3 +1,6 @@
+#include <algorithm>
+#include <map>
+
 #include "simhost/host_test.h"
 
 namespace simhost_test {
@@ -264,6 +267,59 @@ TEST_F(Misbehaving, WorksOverTlsToo) {
     EXPECT_EQ(AllOfAnswer(Ways::Reset()), "");
     EXPECT_EQ(end, End::kReset);
 }
+
+/// Those whose effect does not show in one answer, or takes long, as they are tried here.
+const std::map<std::string, std::string> kTriedAs = {
+    {"close-every", "close-every=1"},
+    {"close-every-silently", "close-every-silently=1"},
+    {"huge-reply", "huge-reply=100000"},
+    {"slow-drip", "slow-drip=3600000"},
+};
+
+class NamedMisbehaviour : public Misbehaving, public ::testing::WithParamInterface<std::string> {
+protected:
+    /// What a client receives that sends two requests at once.
+    std::string Conversation() {
+        RawClient client = Connect();
+        client.Send(EnumerateCards() + EnumerateCards());
+        client.FinishSending();
+        return client.ReceiveAll();
+    }
+    /// The same until the server's next pause.
+    std::string ConversationUntilAPause() {
+        RawClient client = Connect();
+        client.Send(EnumerateCards() + EnumerateCards());
+        const std::string first = client.ReceiveBytes(1);
+        StopServing();
+        const std::string rest = client.ReceiveAll();
+        EXPECT_EQ(rest, "");
+        return first + rest;
+    }
+};
+
+TEST_P(NamedMisbehaviour, HasAnEffect) {
+    Server();
+    const std::string good = Conversation();
+    const auto tried = kTriedAs.find(GetParam());
+    Serve(Http());
+    Server().Misbehave(Ways::ByName(tried == kTriedAs.end() ? GetParam() : tried->second));
+    EXPECT_NE(GetParam() == "slow-drip" ? ConversationUntilAPause() : Conversation(), good);
+}
+
+std::vector<std::string> AllNames() {
+    std::vector<std::string> names;
+    for (const Ways::Name& name : Ways::Names()) {
+        names.push_back(name.name);
+    }
+    return names;
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, NamedMisbehaviour, ::testing::ValuesIn(AllNames()),
+                         [](const auto& test) {
+                             std::string name = test.param;
+                             std::ranges::replace(name, '-', '_');
+                             return name;
+                         });
 
 }  // namespace
 
