@@ -91,13 +91,16 @@ Misbehaviour HugeReply(std::size_t bytes);
 Misbehaviour CloseEvery(std::size_t requests, bool announced = true);
 
 /// Reads "NAME", "NAME=NUMBER", "NAME=TEXT" or "NAME=NUMBER,TEXT", such as "http-status=503" or
-/// "cim-error-element=1,provider died". Throws std::invalid_argument with a text that says what to
+/// "cim-error-element=1,provider died". Limits stand after the name: "NAME@LIMIT,LIMIT=...", where
+/// LIMIT is "CLASS", "operation:NAME", "after:COUNT" or "times:COUNT", such as
+/// "stall@IBMSG_PCIDevice,times:1". Throws std::invalid_argument with a text that says what to
 /// write instead.
 Misbehaviour ByName(std::string_view text);
-/// The names that ByName() knows, each with a line of explanation.
+/// A name that ByName() knows.
 struct Name {
     std::string name;
-    std::string meaning;
+    std::string value;    ///< what may follow, such as "=NUMBER"; empty: nothing
+    std::string meaning;  ///< a line of explanation
 };
 std::vector<Name> Names();
 

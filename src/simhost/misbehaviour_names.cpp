@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "simhost/misbehaviour.h"
+#include "simhost/misbehaviour_limits.h"
 
 namespace simhost::Misbehaviours {
 
@@ -16,7 +17,7 @@ constexpr const char* kHtmlPage =
     "HTTP/1.1 200 OK\r\nContent-Type: text/html\r\nContent-Length: 46\r\n\r\n"
     "<!DOCTYPE html><html><body>Hello</body></html>";
 
-/// What stands behind "NAME=".
+/// What follows "NAME=".
 struct Parameters {
     std::optional<std::int64_t> number;
     std::string text;
@@ -29,6 +30,21 @@ struct Parameters {
 };
 
 enum class Takes { kNothing, kNumber, kText, kBoth };
+
+/// As it is written after the name.
+const char* FormOf(Takes takes) {
+    switch (takes) {
+        case Takes::kNumber:
+            return "=NUMBER";
+        case Takes::kText:
+            return "=TEXT";
+        case Takes::kBoth:
+            return "=NUMBER,TEXT";
+        case Takes::kNothing:
+            break;
+    }
+    return "";
+}
 
 struct Entry {
     const char* name;
@@ -130,11 +146,14 @@ const Entry& Find(std::string_view name, std::string_view text) {
     Fail(text, "write one of " + known);
 }
 
+/// Enough for every byte count and pause, and far from where adding to it would overflow.
+constexpr std::int64_t kLargestNumber = 1'000'000'000'000;
+
 /// Takes a number off the front.
 std::optional<std::int64_t> TakeNumber(std::string_view& text) {
     std::int64_t number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc()) {
+    if (error != std::errc() || number > kLargestNumber || number < -kLargestNumber) {
         return std::nullopt;
     }
     text.remove_prefix(static_cast<std::size_t>(end - text.data()));
@@ -146,8 +165,7 @@ Parameters Read(const Entry& entry, std::string_view given, std::string_view tex
     if (entry.takes == Takes::kNumber || entry.takes == Takes::kBoth) {
         parameters.number = TakeNumber(given);
         if (!parameters.number || (!given.empty() && given.front() != ',')) {
-            Fail(text, std::string("write ") + entry.name + "=NUMBER" +
-                           (entry.takes == Takes::kBoth ? ",TEXT" : ""));
+            Fail(text, std::string("write ") + entry.name + FormOf(entry.takes));
         }
         given.remove_prefix(given.empty() ? 0 : 1);
     }
@@ -161,17 +179,26 @@ Parameters Read(const Entry& entry, std::string_view given, std::string_view tex
 }  // namespace
 
 Misbehaviour ByName(std::string_view text) {
+    const std::string_view name = text.substr(0, text.find_first_of("@="));
+    const Entry& entry = Find(name, text);
     const auto equals = text.find('=');
-    const Entry& entry = Find(text.substr(0, equals), text);
-    return entry.make(equals == std::string_view::npos
-                          ? Parameters()
-                          : Read(entry, text.substr(equals + 1), text));
+    Misbehaviour misbehaviour =
+        entry.make(equals == std::string_view::npos ? Parameters()
+                                                    : Read(entry, text.substr(equals + 1), text));
+    const std::string_view before_value = text.substr(0, equals);
+    if (before_value != name) {
+        const std::string remedy = ReadLimits(before_value.substr(name.size() + 1), misbehaviour);
+        if (!remedy.empty()) {
+            Fail(text, remedy);
+        }
+    }
+    return misbehaviour;
 }
 
 std::vector<Name> Names() {
     std::vector<Name> names;
     for (const Entry& entry : kEntries) {
-        names.push_back({entry.name, entry.meaning});
+        names.push_back({entry.name, FormOf(entry.takes), entry.meaning});
     }
     return names;
 }

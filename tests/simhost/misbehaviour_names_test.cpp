@@ -16,8 +16,9 @@ using Kind = simhost::Misbehaviour::Kind;
 TEST(MisbehaviourNames, EachIsKnownAndExplained) {
     const auto names = simhost::Misbehaviours::Names();
     EXPECT_EQ(names.size(), 24U);
-    for (const auto& [name, meaning] : names) {
+    for (const auto& [name, value, meaning] : names) {
         EXPECT_NO_THROW(ByName(name));
+        EXPECT_TRUE(value == "" || value.rfind('=', 0) == 0) << name;
         EXPECT_NE(meaning, "") << name;
     }
 }
@@ -55,22 +56,51 @@ TEST(MisbehaviourNames, TellTheAbruptFormFromTheOther) {
     EXPECT_TRUE(ByName("truncate-reset=3").abrupt);
 }
 
+TEST(MisbehaviourNames, TakeLimits) {
+    EXPECT_EQ(ByName("stall@IBMSG_PCIDevice").only_class, "IBMSG_PCIDevice");
+    EXPECT_EQ(ByName("stall@operation:Associators").only_operation, "Associators");
+    const Misbehaviour limited = ByName("http-status@Card,after:2,times:3=500,a@b,c");
+    EXPECT_EQ(limited.only_class, "Card");
+    EXPECT_EQ(limited.after, 2U);
+    EXPECT_EQ(limited.times, 3U);
+    EXPECT_EQ(limited.number, 500);
+    EXPECT_EQ(limited.text, "a@b,c");
+    EXPECT_EQ(ByName("close-on-connect@times:1").times, 1U);
+}
+
+std::string ErrorOf(const std::string& text) {
+    try {
+        ByName(text);
+    } catch (const std::invalid_argument& error) {
+        return error.what();
+    }
+    return "no error";
+}
+
+TEST(MisbehaviourNames, SayHowLimitsAreWritten) {
+    for (const char* limits : {"", "Card,", "after:", "after:x", "after:-1", "times:0", "times:1x",
+                               "operation:", "clas:Card"}) {
+        const std::string text = std::string("stall@") + limits;
+        EXPECT_EQ(ErrorOf(text), "unknown misbehaviour \"" + text +
+                                     "\": write NAME@LIMIT,LIMIT with CLASS, operation:NAME, "
+                                     "after:COUNT or times:COUNT for a LIMIT");
+    }
+    for (const char* limit : {"Card", "operation:Associators"}) {
+        EXPECT_THAT(ErrorOf(std::string("ssh-banner@") + limit),
+                    HasSubstr("leave out classes and operations"));
+    }
+}
+
 TEST(MisbehaviourNames, SayWhatToWriteInstead) {
-    const auto error_of = [](const char* text) {
-        try {
-            ByName(text);
-        } catch (const std::invalid_argument& error) {
-            return std::string(error.what());
-        }
-        return std::string("no error");
-    };
-    EXPECT_THAT(error_of("explode"), StartsWith("unknown misbehaviour \"explode\": write one of "
-                                                "close, reset, stall, "));
-    EXPECT_EQ(error_of("truncate=x"), "unknown misbehaviour \"truncate=x\": write truncate=NUMBER");
-    EXPECT_EQ(error_of("http-status=1x"),
+    EXPECT_THAT(ErrorOf("explode"), StartsWith("unknown misbehaviour \"explode\": write one of "
+                                               "close, reset, stall, "));
+    EXPECT_EQ(ErrorOf("truncate=x"), "unknown misbehaviour \"truncate=x\": write truncate=NUMBER");
+    EXPECT_EQ(ErrorOf("http-status=1x"),
               "unknown misbehaviour \"http-status=1x\": write http-status=NUMBER,TEXT");
-    EXPECT_EQ(error_of("close=5"), "unknown misbehaviour \"close=5\": write close without a text");
-    EXPECT_EQ(error_of("truncate=5,x"),
+    EXPECT_EQ(ErrorOf("slow-drip=9223372036854775807"),
+              "unknown misbehaviour \"slow-drip=9223372036854775807\": write slow-drip=NUMBER");
+    EXPECT_EQ(ErrorOf("close=5"), "unknown misbehaviour \"close=5\": write close without a text");
+    EXPECT_EQ(ErrorOf("truncate=5,x"),
               "unknown misbehaviour \"truncate=5,x\": write truncate without a text");
 }
 
