@@ -4,26 +4,13 @@
 #include <algorithm>
 
 #include "cli/command_error.h"
+#include "cli/password_file.h"
 
 namespace command {
 
 namespace {
 
 constexpr double kLongestConnectTimeout = 3600;
-
-/// A password among the arguments shows in every process list. The value is neither used nor
-/// repeated.
-void RefusePasswordArgument(CLI::App& app) {
-    app.add_option_function<std::string>(
-           "--password",
-           [](const std::string&) {
-               throw UsageError(
-                   "a password is never an argument, where others can see it; use "
-                   "--password-file FILE or KALVEX_PASSWORD, or type it when asked");
-           })
-        ->expected(0, 1)
-        ->group("");
-}
 
 /// An IPv6 address as URLs write it.
 std::string WithoutBrackets(const std::string& host) {
@@ -40,12 +27,28 @@ void CheckHostName(const std::string& host) {
     }
 }
 
-void CheckAlone(const HostOptions& simulated) {
-    if (!simulated.host.empty() || simulated.port || !simulated.user.empty() ||
-        !simulated.password_file.empty()) {
+void CheckSimulated(const HostOptions& simulated) {
+    if (!simulated.host.empty() || simulated.port) {
         throw UsageError(
-            "--simulated takes the place of a real host; leave out --host, --port, --user and "
-            "--password-file, or leave out --simulated");
+            "--simulated takes the place of a real host; leave out --host and --port, or leave out "
+            "--simulated");
+    }
+    const bool has_user = !simulated.user.empty() || !simulated.password_file.empty();
+    if (has_user && simulated.simulation.account.empty()) {
+        throw UsageError(
+            "the simulated host needs no --user and no --password-file unless it is given "
+            "--simulated-account; add that, or leave out --simulated");
+    }
+    if (simulated.password_file == "-" && simulated.simulation.account_password_file == "-") {
+        throw UsageError("standard input holds one password; give a file for the other");
+    }
+}
+
+void CheckNotSimulated(const HostOptions& real) {
+    const std::string option = real.simulation.FirstGiven();
+    if (!option.empty()) {
+        throw UsageError(option + " is about the simulated host; add --simulated, or leave out " +
+                         option);
     }
 }
 
@@ -93,14 +96,17 @@ void AddHostOptions(CLI::App& app, HostOptions& options) {
            "describes")
         ->expected(0, 1)
         ->type_name("[FILE]");
-    RefusePasswordArgument(app);
+    AddSimulationOptions(app, "--simulated-", options.simulation);
+    RefusePasswordArgument(app, "--password",
+                           "use --password-file FILE or KALVEX_PASSWORD, or type it when asked");
 }
 
 void CheckHostOptions(HostOptions& options) {
     if (options.simulated) {
-        CheckAlone(options);
+        CheckSimulated(options);
         return;
     }
+    CheckNotSimulated(options);
     if (options.host.empty()) {
         throw UsageError(
             "no host to read; name it with --host HOST, or use --simulated for the built-in one");

@@ -5,6 +5,8 @@
 #include <optional>
 #include <string>
 
+#include "cli/simulation_options.h"
+
 namespace CLI {
 class App;
 }
@@ -21,7 +23,8 @@ struct HostOptions {
     std::string password_file;
     bool simulated = false;
     std::string description_file;  ///< of the simulated host; empty for the built-in one
-    double connect_timeout = 5;    ///< seconds
+    SimulationOptions simulation;
+    double connect_timeout = 5;  ///< seconds
 
     std::uint16_t PortOrDefault() const;
 };

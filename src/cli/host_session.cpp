@@ -28,6 +28,9 @@ HostSession::HostSession(HostOptions options, const LogOptions& log)
     CheckHostOptions(options_);
     if (options_.simulated) {
         StartSimulatedHost();
+    }
+    if (options_.simulated && options_.user.empty()) {
+        ProbeConnection(options_);
         Connect({});
         return;
     }
@@ -40,8 +43,9 @@ HostSession::~HostSession() = default;
 
 void HostSession::StartSimulatedHost() {
     constexpr std::uint16_t kAnyPort = 0;
-    server_ = command::StartSimulatedHost(options_.description_file, options_.transport, kAnyPort);
-    options_.host = kSimulatedAddress;
+    server_ = command::StartSimulatedHost(options_.description_file, options_.transport, kAnyPort,
+                                          options_.simulation);
+    options_.host = options_.simulation.address;
     options_.port = server_->port();
 }
 

@@ -19,20 +19,30 @@ simhost::HostDescription Describe(const std::string& file) {
     }
 }
 
+std::string Remedy(const std::system_error& error, const SimulationOptions& simulation) {
+    return error.code() == std::errc::address_in_use
+               ? "choose another --port"
+               : "give " + simulation.prefix + "address a numeric address of this machine";
+}
+
 }  // namespace
 
 std::unique_ptr<simhost::Server> StartSimulatedHost(const std::string& description_file,
-                                                    Transport transport, std::uint16_t port) {
+                                                    Transport transport, std::uint16_t port,
+                                                    const SimulationOptions& simulation) {
     simhost::ServerOptions options = simhost::RealServerHabits();
     options.transport =
         transport == Transport::kHttps ? simhost::Transport::kHttps : simhost::Transport::kHttp;
-    options.address = kSimulatedAddress;
     options.port = port;
+    ApplyTo(options, simulation);
+    const simhost::HostDescription description = Describe(description_file);
     try {
-        return std::make_unique<simhost::Server>(Describe(description_file), options);
+        auto server = std::make_unique<simhost::Server>(description, options);
+        InjectFaults(*server, simulation);
+        return server;
     } catch (const std::system_error& e) {
-        throw UsageError("cannot start the simulated host: " + std::string(e.what()) +
-                         "; choose another --port");
+        throw UsageError("cannot start the simulated host: " + std::string(e.what()) + "; " +
+                         Remedy(e, simulation));
     }
 }
 

@@ -13,12 +13,10 @@ class Server;
 
 namespace command {
 
-constexpr const char* kSimulatedAddress = "127.0.0.1";
-
-/// Serves the built-in host, or the one that a file describes, on a port of this machine's loopback
-/// address; port 0 is any free one. Throws UsageError when the description or the port cannot be
-/// used.
+/// Serves the built-in host, or the one that a file describes, as the options say; port 0 is any
+/// free one. Throws UsageError when the description, the port or an option cannot be used.
 std::unique_ptr<simhost::Server> StartSimulatedHost(const std::string& description_file,
-                                                    Transport transport, std::uint16_t port);
+                                                    Transport transport, std::uint16_t port,
+                                                    const SimulationOptions& simulation);
 
 }  // namespace command
