@@ -25,7 +25,7 @@ time-limits: build/build.ninja
 	@cmake --build build --target time_limits
 	@build/bin/time_limits
 
-# Reads misbehaving hosts for MINUTES and fails when that leaves anything behind.
+# Reads faulty hosts for MINUTES and fails when that leaves anything behind.
 MINUTES ?= 1
 soak: build/build.ninja
 	@cmake -B build -DKALVEX_BUILD_BENCHMARKS=ON >/dev/null

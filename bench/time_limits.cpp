@@ -81,11 +81,11 @@ simhost::ServerOptions Https() {
     return options;
 }
 
-class MisbehavingHost {
+class FaultyHost {
 public:
-    explicit MisbehavingHost(const simhost::Misbehaviour& misbehaviour)
+    explicit FaultyHost(const simhost::Fault& fault)
         : server_(simhost::HostDescription::Builtin(), Https()) {
-        server_.Misbehave(misbehaviour);
+        server_.InjectFault(fault);
     }
     std::uint16_t port() const { return server_.port(); }
 
@@ -163,13 +163,13 @@ Stall Reply(const char* how, const StallingHost::Act& act) {
             [act](unsigned limit) { return TimeToAsk(StallingHost(act), limit, false, Ask); }};
 }
 
-Stall TlsReply(const char* how, const simhost::Misbehaviour& way) {
+Stall TlsReply(const char* how, const simhost::Fault& way) {
     return {"reply", how,
-            [way](unsigned limit) { return TimeToAsk(MisbehavingHost(way), limit, true, Ask); }};
+            [way](unsigned limit) { return TimeToAsk(FaultyHost(way), limit, true, Ask); }};
 }
 
 std::vector<Stall> Stalls() {
-    namespace Ways = simhost::Misbehaviours;
+    namespace Faults = simhost::Faults;
     return {
         {"connect", "is never completed",
          [](unsigned limit) { return TimeToConnect(FullBacklog(), limit, false); }},
@@ -189,9 +189,9 @@ std::vector<Stall> Stalls() {
         Reply("stops within the body", StallAfter(kBody)),
         Reply("drips within the head", DripAfter(kHead.substr(0, 40))),
         Reply("drips within the body", DripAfter(kBody)),
-        TlsReply("never begins, over TLS", Ways::Stall()),
+        TlsReply("never begins, over TLS", Faults::Stall()),
         TlsReply("drips, over TLS",
-                 Ways::SlowDrip(1, std::chrono::milliseconds(kDripMilliseconds))),
+                 Faults::SlowDrip(1, std::chrono::milliseconds(kDripMilliseconds))),
     };
 }
 

@@ -67,10 +67,10 @@ void Serve(std::size_t host, std::uint64_t seed, int channel) {
     simhost::Server server(MarkedHost(" of host " + std::to_string(host)), OptionsOf(host));
     Send(channel, server.port());
     for (std::uint64_t round = 0; Receive(channel, round); Send(channel, round)) {
-        server.Behave();
+        server.ClearFaults();
         server.ForgetRequests();
-        for (const auto& misbehaviour : PlanOf(seed, host, round).misbehaviours) {
-            server.Misbehave(misbehaviour);
+        for (const auto& fault : PlanOf(seed, host, round).faults) {
+            server.InjectFault(fault);
         }
     }
 }

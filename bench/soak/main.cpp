@@ -1,4 +1,4 @@
-// Reads many misbehaving hosts at once for a long time, and tells whether that leaves a trace.
+// Reads many faulty hosts at once for a long time, and tells whether that leaves a trace.
 #include <CLI/CLI.hpp>
 #include <cstdio>
 #include <exception>
@@ -141,8 +141,7 @@ bool Run(const Options& options) {
 }  // namespace soak
 
 int main(int argc, char** argv) {
-    CLI::App program(
-        "Reads misbehaving hosts on many threads; fails when memory or descriptors grow");
+    CLI::App program("Reads faulty hosts on many threads; fails when memory or descriptors grow");
     soak::Options options;
     program.add_option("--hosts", options.hosts, "Hosts, each with a thread")
         ->capture_default_str();
@@ -152,8 +151,7 @@ int main(int argc, char** argv) {
         ->capture_default_str();
     program.add_option("--limit", options.limit, "Milliseconds that an exchange may take")
         ->capture_default_str();
-    program.add_option("--seed", options.seed, "Repeats the same misbehaviours")
-        ->capture_default_str();
+    program.add_option("--seed", options.seed, "Repeats the same faults")->capture_default_str();
     CLI11_PARSE(program, argc, argv);
     try {
         return soak::Run(options) ? 0 : 1;

@@ -15,7 +15,7 @@ constexpr std::int64_t kSoundRoundsInTen = 2;
 
 using Random = std::mt19937_64;
 
-/// A name of simhost::Misbehaviours::ByName(), and what may follow it.
+/// A name of simhost::Faults::ByName(), and what may follow it.
 struct Way {
     const char* name;
     std::int64_t least = 0, most = 0;  ///< of its number; none when both are 0
@@ -82,8 +82,8 @@ std::size_t Times(const Way& way, Random& random) {
                                                   : Between(random, kForTheWholeRound, 8));
 }
 
-simhost::Misbehaviour Made(const Way& way, Random& random) {
-    simhost::Misbehaviour made = simhost::Misbehaviours::ByName(NameWithNumber(way, random));
+simhost::Fault Made(const Way& way, Random& random) {
+    simhost::Fault made = simhost::Faults::ByName(NameWithNumber(way, random));
     made.after = PassingBefore(way, random);
     made.times = Times(way, random);
     return made;
@@ -100,17 +100,16 @@ RoundPlan PlanOf(std::uint64_t seed, std::size_t host, std::uint64_t round) {
     }
     for (std::int64_t left = Between(random, 1, kMostAtOnce); left > 0; --left) {
         const Way& way = kWays[random() % std::size(kWays)];
-        plan.misbehaviours.push_back(Made(way, random));
-        plan.repeats_records |=
-            plan.misbehaviours.back().kind == simhost::Misbehaviour::Kind::kHugeReply;
+        plan.faults.push_back(Made(way, random));
+        plan.repeats_records |= plan.faults.back().kind == simhost::Fault::Kind::kHugeReply;
     }
     return plan;
 }
 
 void RequireAllWays() {
-    for (const auto& name : simhost::Misbehaviours::Names()) {
+    for (const auto& name : simhost::Faults::Names()) {
         if (std::ranges::find(kWays, name.name, &Way::name) == std::end(kWays)) {
-            throw std::logic_error("no host ever misbehaves by " + name.name);
+            throw std::logic_error("no host ever fails by " + name.name);
         }
     }
 }

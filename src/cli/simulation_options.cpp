@@ -85,7 +85,7 @@ void AddSimulationOptions(CLI::App& app, const std::string& prefix, SimulationOp
 }
 
 std::string FaultHelp() {
-    const auto names = simhost::Misbehaviours::Names();
+    const auto names = simhost::Faults::Names();
     std::size_t width = 0;
     for (const auto& [name, value, meaning] : names) {
         width = std::max(width, name.size() + value.size());
@@ -114,7 +114,7 @@ void ApplyTo(simhost::ServerOptions& server, const SimulationOptions& options) {
 void InjectFaults(simhost::Server& server, const SimulationOptions& options) {
     for (const std::string& fault : options.faults) {
         try {
-            server.Misbehave(simhost::Misbehaviours::ByName(fault));
+            server.InjectFault(simhost::Faults::ByName(fault));
         } catch (const std::invalid_argument& e) {
             throw UsageError(options.prefix + "fault: " + e.what());
         }

@@ -23,7 +23,7 @@ struct Answer {
     Headers trailers;            ///< of a chunked answer
     bool close = false;          ///< the connection ends after this answer
 
-    // Only misbehaviours set these.
+    // Only faults set these.
     std::int64_t length_surplus = 0;  ///< announced beyond the body's length
     /// Sent `repetitions` more times at `repeat_at` of the body.
     std::string repeated;

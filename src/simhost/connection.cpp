@@ -1,6 +1,6 @@
 #include "simhost/connection.h"
 
-#include "simhost/misbehaviour_acts.h"
+#include "simhost/fault_acts.h"
 #include "simhost/responder.h"
 #include "simhost/text.h"
 
@@ -56,9 +56,9 @@ bool Connection::Open() {
         Journal& journal;
     };
     std::optional<SettleAtEnd> settle(std::in_place, server_.journal);
-    if (const auto misbehaviour = server_.misbehaviours.ForConnection()) {
+    if (const auto fault = server_.faults.ForConnection()) {
         settle.reset();
-        ApplyOnConnect(*misbehaviour, stream_);
+        ApplyOnConnect(*fault, stream_);
         return false;
     }
     if (server_.tls == nullptr) {
@@ -97,21 +97,21 @@ bool Connection::ServeRequest(const HttpHead& head) {
 
     Answer answer = authorised ? Respond(server_.description.host(), head, read) : Challenge();
     answer.chunk_size = server_.options.chunk_size;
-    const auto misbehaviour = authorised ? server_.misbehaviours.ForRequest(read.request.operation,
-                                                                            read.request.class_name)
-                                         : std::nullopt;
-    if (misbehaviour) {
-        ApplyToAnswer(*misbehaviour, {read.request, requests_}, answer);
+    const auto fault =
+        authorised ? server_.faults.ForRequest(read.request.operation, read.request.class_name)
+                   : std::nullopt;
+    if (fault) {
+        ApplyToAnswer(*fault, {read.request, requests_}, answer);
     }
     if (!answer.close && IsLast(head)) {
         answer.close = true;
         answer.SetHeader("Connection", server_.options.announce_close ? "close" : "");
     }
     stream_.PauseUntil(leaves);
-    if (misbehaviour && !ApplyToSending(*misbehaviour, answer, stream_)) {
+    if (fault && !ApplyToSending(*fault, answer, stream_)) {
         return false;
     }
-    if (!misbehaviour) {
+    if (!fault) {
         Send(answer);
     }
     if (answer.close) {

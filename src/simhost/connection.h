@@ -8,9 +8,9 @@
 #include <thread>
 
 #include "simhost/answer.h"
+#include "simhost/fault_schedule.h"
 #include "simhost/http_message.h"
 #include "simhost/journal.h"
-#include "simhost/misbehaviour_schedule.h"
 #include "simhost/model.h"
 #include "simhost/server.h"
 #include "simhost/stream.h"
@@ -24,7 +24,7 @@ struct ServerContext {
     std::unique_ptr<TlsContext> tls;  ///< null: plain HTTP
     std::string authorization;        ///< the header that lets in; empty: none needed
     Journal journal;
-    MisbehaviourSchedule misbehaviours;
+    FaultSchedule faults;
 };
 
 /// Serves on a thread of its own, until the client leaves or this is destroyed.

@@ -77,10 +77,8 @@ std::vector<Request> Server::requests() const { return impl_->context.journal.re
 
 void Server::ForgetRequests() { impl_->context.journal.ForgetRequests(); }
 
-void Server::Misbehave(Misbehaviour misbehaviour) {
-    impl_->context.misbehaviours.Add(std::move(misbehaviour));
-}
+void Server::InjectFault(Fault fault) { impl_->context.faults.Add(std::move(fault)); }
 
-void Server::Behave() { impl_->context.misbehaviours.Clear(); }
+void Server::ClearFaults() { impl_->context.faults.Clear(); }
 
 }  // namespace simhost

@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "simhost/fault.h"
 #include "simhost/host_description.h"
-#include "simhost/misbehaviour.h"
 
 namespace simhost {
 
@@ -92,8 +92,8 @@ public:
     void ForgetRequests();
 
     /// From the next request on. Several may be set: the first that fits a request applies.
-    void Misbehave(Misbehaviour misbehaviour);
-    void Behave();
+    void InjectFault(Fault fault);
+    void ClearFaults();
 
 private:
     class Impl;

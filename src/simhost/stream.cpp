@@ -44,8 +44,8 @@ public:
 
 namespace {
 
-/// How long the peer's answer to our goodbye is waited for.
-constexpr std::chrono::milliseconds kGoodbyeLimit{100};
+/// How long the peer's answer to our close_notify is waited for.
+constexpr std::chrono::milliseconds kCloseNotifyLimit{100};
 
 /// Timers wake a sleeping processor this late at most, as a rule. So much of a pause is waited
 /// awake, because what is measured over a simulated link is not to contain its lateness.
@@ -144,7 +144,7 @@ void Stream::CloseProperly() {
         const auto outcome = std::make_shared<Impl::Outcome>();
         impl_->tls->async_shutdown(StoreIn(outcome));
         try {
-            impl_->RunUntil(outcome, Clock::now() + kGoodbyeLimit);
+            impl_->RunUntil(outcome, Clock::now() + kCloseNotifyLimit);
         } catch (const ConnectionEnded&) {
         }
     }

@@ -42,7 +42,7 @@ public:
     /// Discards what arrives until the peer closes.
     void AwaitPeersEnd();
 
-    /// Ends the connection with TLS's goodbye, without it, or by a TCP reset.
+    /// Ends the connection with TLS's close_notify, without it, or by a TCP reset.
     void CloseProperly();
     void Close();
     void Reset();

@@ -7,8 +7,8 @@
 namespace clitest {
 namespace {
 
-namespace Misbehaviours = simhost::Misbehaviours;
-using simhost::Misbehaviour;
+namespace Faults = simhost::Faults;
+using simhost::Fault;
 using testing::AllOf;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -90,14 +90,14 @@ TEST_F(BadInput, UnknownHostNameIsReportedAtOnce) {
 
 TEST_F(BadInput, SilentPortIsReportedAfterTheConnectTimeout) {
     Serve(Https());
-    Server().Misbehave(Misbehaviours::StallOnConnect());
+    Server().InjectFault(Faults::StallOnConnect());
     EXPECT_THAT(Inventory({"--connect-timeout", "0.2"}),
                 Complains(3, "made no TLS handshake within 0.2 seconds"));
 }
 
 TEST_F(BadInput, SshBannerInPlaceOfTlsIsReportedAtOnce) {
     Serve(Https());
-    Server().Misbehave(Misbehaviours::RawOnConnect(kSshBanner));
+    Server().InjectFault(Faults::RawOnConnect(kSshBanner));
     EXPECT_THAT(Inventory(), Complains(3, "answers, but not with TLS"));
 }
 
@@ -112,7 +112,7 @@ TEST_F(BadInput, PlainHttpInPlaceOfTlsPointsToTheTransport) {
 
 TEST_F(BadInput, ConnectionClosedDuringTlsIsReportedAtOnce) {
     Serve(Https());
-    Server().Misbehave(Misbehaviours::CloseOnConnect());
+    Server().InjectFault(Faults::CloseOnConnect());
     EXPECT_THAT(Inventory(), Complains(3, "during the TLS handshake"));
 }
 
@@ -176,20 +176,20 @@ TEST_F(BadInput, WrongPasswordStillGivesACompleteJsonObject) {
 
 TEST_F(BadInput, HtmlPageIsNoCimServer) {
     Serve();
-    Server().Misbehave(Misbehaviours::Raw(
+    Server().InjectFault(Faults::Raw(
         "HTTP/1.1 200 OK\r\nContent-Type: text/html\r\nContent-Length: 6\r\n\r\n<html>"));
     ExpectNothingRead({"os"}, "it is no CIM server", "check --host, --port and --transport");
 }
 
 TEST_F(BadInput, WebServerThatDoesNotKnowThePathIsNoCimServer) {
     Serve();
-    Server().Misbehave(Misbehaviours::HttpStatus(404, "Not Found"));
+    Server().InjectFault(Faults::HttpStatus(404, "Not Found"));
     ExpectNothingRead({"os"}, "it is no CIM server", "HTTP Error (404 Not Found).");
 }
 
 TEST_F(BadInput, SshBannerInPlaceOfHttpIsNoCimServer) {
     Serve();
-    Server().Misbehave(Misbehaviours::Raw(kSshBanner));
+    Server().InjectFault(Faults::Raw(kSshBanner));
     ExpectNothingRead({"os"}, "it is no CIM server", "check --host, --port and --transport");
 }
 
@@ -209,28 +209,28 @@ TEST_F(BadInput, PlainHttpToATlsPortPointsToTheTransport) {
 
 TEST_F(BadInput, TlsAlertInPlaceOfHttpPointsToTheTransport) {
     Serve();
-    Server().Misbehave(Misbehaviours::Raw({"\x15\x03\x01\0\x02\x02\x16", 7}));
+    Server().InjectFault(Faults::Raw({"\x15\x03\x01\0\x02\x02\x16", 7}));
     ExpectNothingRead({"os"}, "it is no CIM server", "--transport");
 }
 
 TEST_F(BadInput, ReplyCutInHalfIsExplainedWhereverItIsCut) {
     Serve();
     for (const std::size_t bytes : {200U, 400U, 700U, 701U, 705U, 720U}) {
-        Server().Behave();
-        Server().Misbehave(Misbehaviours::Truncate(bytes));
+        Server().ClearFaults();
+        Server().InjectFault(Faults::Truncate(bytes));
         ExpectNothingRead({"os"}, "reply was cut off", "try again");
     }
 }
 
 TEST_F(BadInput, ConnectionClosedWithoutAnAnswerIsExplained) {
     Serve();
-    Server().Misbehave(Misbehaviours::Close());
+    Server().InjectFault(Faults::Close());
     ExpectNothingRead({"os"}, "closed the connection", "--transport");
 }
 
 TEST_F(BadInput, OverloadedHostIsExplained) {
     Serve();
-    Server().Misbehave(Misbehaviours::HttpStatus(503, "Service Unavailable"));
+    Server().InjectFault(Faults::HttpStatus(503, "Service Unavailable"));
     ExpectNothingRead({"os"}, "overloaded", "try again");
 }
 
@@ -244,9 +244,9 @@ TEST_F(BadInput, WhatIsReadBesideAMissingClassIsPrinted) {
 
 TEST_F(BadInput, WhatIsReadBesideAReplyCutInHalfIsPrinted) {
     Serve();
-    Misbehaviour cut = Misbehaviours::Truncate(700);
+    Fault cut = Faults::Truncate(700);
     cut.only_class = "VMware_EthernetPort";
-    Server().Misbehave(cut);
+    Server().InjectFault(cut);
     ExpectAllButPortsRead("the host's reply was cut off", "try again");
 }
 
@@ -280,7 +280,7 @@ TEST_F(BadInput, HostWithoutTheHardwareNamespaceIsReadInPart) {
 
 TEST_F(BadInput, AReasonFromTheHostCannotForgeALine) {
     Serve();
-    Server().Misbehave(Misbehaviours::CimErrorElement(1, "x\nkalvex: forged\x1B[2J"));
+    Server().InjectFault(Faults::CimErrorElement(1, "x\nkalvex: forged\x1B[2J"));
     const Finished finished = Inventory({"os"});
     EXPECT_THAT(Explanations(finished), SizeIs(1)) << finished.err;
     EXPECT_EQ(finished.err.find('\x1B'), std::string::npos);

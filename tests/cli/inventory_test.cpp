@@ -183,7 +183,7 @@ TEST_F(InventoryCommand, LogGoesToAFileInstead) {
 
 TEST_F(InventoryCommand, LevelZeroLogsNothingButFailuresAreStillExplained) {
     Serve();
-    Server().Misbehave(simhost::Misbehaviours::CimErrorElement(1, "out of luck"));
+    Server().InjectFault(simhost::Faults::CimErrorElement(1, "out of luck"));
     const Finished finished = Inventory({"os", "--log-level", "0"});
     EXPECT_EQ(finished.err,
               "kalvex: os: the host reported an error (out of luck); try again, and look into the "

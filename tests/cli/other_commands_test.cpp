@@ -6,7 +6,7 @@
 namespace clitest {
 namespace {
 
-namespace Misbehaviours = simhost::Misbehaviours;
+namespace Faults = simhost::Faults;
 using testing::HasSubstr;
 using testing::MatchesRegex;
 
@@ -53,14 +53,14 @@ TEST_F(SupportedCommand, HostThatCannotBeAskedIsNeither) {
         {"--log-level", "0", "--user", kUser, "--password-file", WriteFile("password", "wrong")});
     EXPECT_THAT(refused, Complains(3, "supported: the host refused the user name or password"));
     Serve();
-    const std::pair<simhost::Misbehaviour, const char*> answers[] = {
-        {Misbehaviours::Truncate(700), "cut off"},
-        {Misbehaviours::ContentType("text/html"), "it is no CIM server"},
-        {Misbehaviours::Raw("SSH-2.0-OpenSSH_9.2p1\r\n"), "it is no CIM server"},
+    const std::pair<simhost::Fault, const char*> answers[] = {
+        {Faults::Truncate(700), "cut off"},
+        {Faults::ContentType("text/html"), "it is no CIM server"},
+        {Faults::Raw("SSH-2.0-OpenSSH_9.2p1\r\n"), "it is no CIM server"},
     };
-    for (const auto& [misbehaviour, meaning] : answers) {
-        Server().Behave();
-        Server().Misbehave(misbehaviour);
+    for (const auto& [fault, meaning] : answers) {
+        Server().ClearFaults();
+        Server().InjectFault(fault);
         EXPECT_THAT(Supported({"--log-level", "0"}), Complains(3, meaning));
     }
 }

@@ -8,11 +8,11 @@
 namespace clitest {
 namespace {
 
-using simhost::Misbehaviour;
+using simhost::Fault;
 using testing::AnyOf;
 using testing::HasSubstr;
 using testing::Not;
-namespace Ways = simhost::Misbehaviours;
+namespace Faults = simhost::Faults;
 
 class Secrecy : public CommandTest {
 protected:
@@ -30,7 +30,7 @@ protected:
     /// The command, waiting for an answer to a request that bears the password.
     std::unique_ptr<ChildProcess> Waiting(Start start) {
         Serve(WithAccount(Https()));
-        Server().Misbehave(Ways::Stall());
+        Server().InjectFault(Faults::Stall());
         start.arguments = Arguments(start.arguments);
         const bool is_asked = start.terminal;
         auto kalvex = Launch(std::move(start));
@@ -76,13 +76,13 @@ protected:
 
 TEST_P(SecrecyAtLevel, EndsInNoOutput) {
     for (const simhost::ServerOptions& transport : {Http(), Https()}) {
-        for (const std::vector<Misbehaviour>& way : {std::vector<Misbehaviour>{},
-                                                     {Ways::Close()},
-                                                     {Ways::Truncate(400)},
-                                                     {Ways::HttpStatus(401, "Unauthorized")}}) {
+        for (const std::vector<Fault>& way : {std::vector<Fault>{},
+                                              {Faults::Close()},
+                                              {Faults::Truncate(400)},
+                                              {Faults::HttpStatus(401, "Unauthorized")}}) {
             Serve(WithAccount(transport));
-            for (const Misbehaviour& misbehaviour : way) {
-                Server().Misbehave(misbehaviour);
+            for (const Fault& fault : way) {
+                Server().InjectFault(fault);
             }
             ExpectSecret(kPassword);
             ExpectSecret("wrong-secret");

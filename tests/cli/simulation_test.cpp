@@ -93,7 +93,7 @@ TEST_F(Simulation, DescriptionMayFollowAFault) {
 
 TEST_F(Simulation, HelpNamesEveryFault) {
     const std::string help = Run({"simulate", "--help"}).out;
-    for (const auto& [name, value, meaning] : simhost::Misbehaviours::Names()) {
+    for (const auto& [name, value, meaning] : simhost::Faults::Names()) {
         EXPECT_THAT(help, HasSubstr("\n  " + name + value + " "));
         EXPECT_THAT(help, HasSubstr(" " + meaning + "\n"));
     }
@@ -161,10 +161,10 @@ TEST_P(SimulationMistake, IsAnsweredWithWhatToWriteInstead) {
 const Mistake kMistakes[] = {
     {"UnknownFault",
      {"simulate", "--fault", "explode"},
-     "--fault: unknown misbehaviour \"explode\": write one of close, reset, stall, "},
+     "--fault: unknown fault \"explode\": write one of close, reset, stall, "},
     {"UnknownSimulatedFault",
      {"inventory", "--simulated", "--simulated-fault", "explode"},
-     "--simulated-fault: unknown misbehaviour \"explode\": write one of close, "},
+     "--simulated-fault: unknown fault \"explode\": write one of close, "},
     {"FaultsValue", {"simulate", "--fault", "truncate=x"}, "write truncate=NUMBER"},
     {"FaultsLimit", {"simulate", "--fault", "stall@times:x"}, "times:COUNT for a LIMIT"},
     {"FaultMissing", {"simulate", "--fault"}, "--fault needs a value"},

@@ -65,9 +65,9 @@ TEST_F(TwoClients, BothWorkInTurns) {
 
 TEST_F(TwoClients, EachCatchesItsOwnExceptions) {
     Kalvex host(info);
-    simhost::Misbehaviour failure = simhost::Misbehaviours::CimErrorElement(1, "provider died");
+    simhost::Fault failure = simhost::Faults::CimErrorElement(1, "provider died");
     failure.times = 1;
-    server_.Misbehave(failure);
+    server_.InjectFault(failure);
     std::vector<PhysicalPort> ports;
     EXPECT_EQ(host.GetEthernetPorts(ports), 1);
     EXPECT_THAT(failures,

@@ -10,7 +10,7 @@ namespace {
 
 using namespace Pegasus;
 using support::OutcomeOf;
-namespace Ways = simhost::Misbehaviours;
+namespace Faults = simhost::Faults;
 
 constexpr const char* kRecordedHost = KALVEX_TEST_DATA "/../simhost/data/recorded_host.json";
 /// More than there is behind the end of a reply's XML.
@@ -70,10 +70,10 @@ protected:
 
     /// Whether the reply still says all when it ends behind so many bytes.
     bool SurvivesCut(std::size_t bytes, bool reset) {
-        simhost::Misbehaviour cut = Ways::Truncate(bytes, reset);
-        Server().Misbehave(cut);
+        simhost::Fault cut = Faults::Truncate(bytes, reset);
+        Server().InjectFault(cut);
         const std::string outcome = Ask();
-        Server().Behave();
+        Server().ClearFaults();
         Server().ForgetRequests();
         EXPECT_EQ(Ask(), sound) << "after a cut behind " << bytes << " bytes";
         EXPECT_TRUE(outcome == sound || outcome.find("Exception") != std::string::npos)
@@ -113,9 +113,9 @@ TEST_P(CutReply, ThatStallsEndsAtTheTimeLimit) {
     client.setTimeout(150);
     for (const std::size_t bytes :
          {std::size_t{1}, std::size_t{40}, std::size_t{200}, std::size_t{330}, std::size_t{400}}) {
-        Server().Misbehave(Ways::SlowDrip(bytes, std::chrono::hours(1)));
+        Server().InjectFault(Faults::SlowDrip(bytes, std::chrono::hours(1)));
         EXPECT_EQ(Ask(), "ConnectionTimeoutException [connection timed out]") << bytes;
-        Server().Behave();
+        Server().ClearFaults();
         client.setTimeout(20000);
         EXPECT_EQ(Ask(), sound);
         client.setTimeout(150);

@@ -14,7 +14,7 @@ using namespace Zentar::Agentless;
 using namespace Zentar::ZentarAgentless;
 using namespace Zentar::ZTEXSI;
 using namespace Zentar::Pciinventory;
-namespace Ways = simhost::Misbehaviours;
+namespace Faults = simhost::Faults;
 
 /// What an operation came to: its result, and the records that the caller then holds.
 struct Outcome {
@@ -220,12 +220,12 @@ protected:
     }
 
     Outcome ReadCut(std::size_t bytes, bool reset) {
-        simhost::Misbehaviour cut = Ways::Truncate(bytes, reset);
+        simhost::Fault cut = Faults::Truncate(bytes, reset);
         cut.only_class = GetParam().class_name;
         cut.only_operation = "EnumerateInstances";
-        Server().Misbehave(cut);
+        Server().InjectFault(cut);
         Outcome outcome = Read();
-        Server().Behave();
+        Server().ClearFaults();
         Server().ForgetRequests();
         return outcome;
     }

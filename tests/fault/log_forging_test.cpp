@@ -16,7 +16,7 @@ namespace {
 using simhost::Transport;
 using ::testing::Contains;
 using ::testing::HasSubstr;
-namespace Ways = simhost::Misbehaviours;
+namespace Faults = simhost::Faults;
 
 /// Ends lines and commands terminals in every way that there is, and then poses as a message. In
 /// JSON's notation.
@@ -136,15 +136,15 @@ TEST_F(LogForging, IsImpossibleWithValues) {
 
 TEST_F(LogForging, IsImpossibleWithReasonsOfFailures) {
     Serve(HostileHost(), Http());
-    for (const simhost::Misbehaviour& way :
-         {Ways::CimErrorElement(1, kHostile), Ways::CimErrorElement(4, kHostile),
-          Ways::CimErrorTrailer(1, kHostile), Ways::HttpStatus(503, kHostile),
-          Ways::HttpStatus(400, "Bad Request", kHostile), Ways::ContentType(kHostile),
-          Ways::OperationHeader(kHostile), Ways::MessageId(kHostile), Ways::Raw(kHostile),
-          Ways::Raw("HTTP/1.1 401 a\x1B[2K\r\n\r\n"),
-          Ways::Raw("HTTP/1.1 200 OK\r\nContent-Type: application/xml\r\n\r\n<a>\x1B\r<b\n")}) {
-        Server().Behave();
-        Server().Misbehave(way);
+    for (const simhost::Fault& way :
+         {Faults::CimErrorElement(1, kHostile), Faults::CimErrorElement(4, kHostile),
+          Faults::CimErrorTrailer(1, kHostile), Faults::HttpStatus(503, kHostile),
+          Faults::HttpStatus(400, "Bad Request", kHostile), Faults::ContentType(kHostile),
+          Faults::OperationHeader(kHostile), Faults::MessageId(kHostile), Faults::Raw(kHostile),
+          Faults::Raw("HTTP/1.1 401 a\x1B[2K\r\n\r\n"),
+          Faults::Raw("HTTP/1.1 200 OK\r\nContent-Type: application/xml\r\n\r\n<a>\x1B\r<b\n")}) {
+        Server().ClearFaults();
+        Server().InjectFault(way);
         const std::size_t before = messages;
         ReadWholeInventory();
         EXPECT_GT(messages, before);

@@ -24,7 +24,7 @@ using simhost::Transport;
 using support::OutcomeOf;
 using ::testing::IsEmpty;
 using ::testing::Not;
-namespace Ways = simhost::Misbehaviours;
+namespace Faults = simhost::Faults;
 
 struct Account {
     MaskedText user;
@@ -97,22 +97,21 @@ protected:
 
     /// In the child process.
     static std::unique_ptr<bench::Service> MakeHost(Transport transport, const Account& account,
-                                                    const simhost::Misbehaviour* misbehaviour) {
+                                                    const simhost::Fault* fault) {
         simhost::ServerOptions options;
         options.transport = transport;
         options.user = TextOf(account.user);
         options.password = TextOf(account.password);
         auto host = std::make_unique<Host>(SmallHost(), options);
-        if (misbehaviour != nullptr) {
-            host->server.Misbehave(*misbehaviour);
+        if (fault != nullptr) {
+            host->server.InjectFault(*fault);
         }
         return host;
     }
 
-    void Serve(const Account& account = kAccount,
-               const simhost::Misbehaviour* misbehaviour = nullptr) {
+    void Serve(const Account& account = kAccount, const simhost::Fault* fault = nullptr) {
         process = std::make_unique<bench::ServerProcess>(
-            [&] { return MakeHost(GetParam(), account, misbehaviour); });
+            [&] { return MakeHost(GetParam(), account, fault); });
     }
 
     void Serve(const std::vector<support::Conversation>& conversations) {
@@ -215,10 +214,10 @@ TEST_P(SecretMemory, LosesCredentialsThatTheHostRefused) {
 }
 
 TEST_P(SecretMemory, LosesCredentialsThatWereSentToABrokenHost) {
-    for (const simhost::Misbehaviour& way :
-         {Ways::Close(), Ways::Reset(), Ways::Stall(), Ways::Truncate(100),
-          Ways::Raw("SSH-2.0\r\n"), Ways::HttpStatus(503, "Service Unavailable"),
-          Ways::CimErrorElement(1, "died"), Ways::CloseEvery(1, false)}) {
+    for (const simhost::Fault& way :
+         {Faults::Close(), Faults::Reset(), Faults::Stall(), Faults::Truncate(100),
+          Faults::Raw("SSH-2.0\r\n"), Faults::HttpStatus(503, "Service Unavailable"),
+          Faults::CimErrorElement(1, "died"), Faults::CloseEvery(1, false)}) {
         Serve(kAccount, &way);
         CIMClient client;
         client.setTimeout(300);

@@ -11,14 +11,14 @@
 
 namespace {
 
-using simhost::Misbehaviour;
+using simhost::Fault;
 using simhost::Transport;
 using ::testing::AnyOf;
 using ::testing::Contains;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::Not;
-namespace Ways = simhost::Misbehaviours;
+namespace Faults = simhost::Faults;
 
 constexpr const char* kUser = "observer";
 constexpr const char* kPassword = "Xk7-quite-distinctive-passw0rd";
@@ -30,27 +30,27 @@ auto GivesAway(const std::string& password) {
 }
 
 /// The sound host first.
-std::vector<std::vector<Misbehaviour>> AllWays() {
+std::vector<std::vector<Fault>> AllWays() {
     return {{},
-            {Ways::Close()},
-            {Ways::Reset()},
-            {Ways::Truncate(40)},
-            {Ways::Truncate(400)},
-            {Ways::Raw("SSH-2.0-OpenSSH_8.3\r\n")},
-            {Ways::HttpStatus(401, "Unauthorized")},
-            {Ways::HttpStatus(503, "Service Unavailable", "request-not-valid")},
-            {Ways::CimErrorElement(1, "provider died")},
-            {Ways::CimErrorTrailer(4, "out of memory")},
-            {Ways::ContentType("text/html")},
-            {Ways::MessageId("0")},
-            {Ways::CloseEvery(2, false)},
-            {Ways::CloseOnConnect()},
-            {Ways::RawOnConnect("SSH-2.0-OpenSSH_8.3\r\n")}};
+            {Faults::Close()},
+            {Faults::Reset()},
+            {Faults::Truncate(40)},
+            {Faults::Truncate(400)},
+            {Faults::Raw("SSH-2.0-OpenSSH_8.3\r\n")},
+            {Faults::HttpStatus(401, "Unauthorized")},
+            {Faults::HttpStatus(503, "Service Unavailable", "request-not-valid")},
+            {Faults::CimErrorElement(1, "provider died")},
+            {Faults::CimErrorTrailer(4, "out of memory")},
+            {Faults::ContentType("text/html")},
+            {Faults::MessageId("0")},
+            {Faults::CloseEvery(2, false)},
+            {Faults::CloseOnConnect()},
+            {Faults::RawOnConnect("SSH-2.0-OpenSSH_8.3\r\n")}};
 }
 
 class SecretTexts : public support::InventoryTest {
 protected:
-    void ServeWith(Transport transport, const std::vector<Misbehaviour>& misbehaviours) {
+    void ServeWith(Transport transport, const std::vector<Fault>& faults) {
         support::HostBuilder host;
         host.Class("root/cimv2", "OMC_Chassis", R"({"Tag": "string", "Version": "string"})",
                    R"([{"Tag": "1", "Version": "2"}])");
@@ -59,8 +59,8 @@ protected:
         options.user = kUser;
         options.password = kPassword;
         Serve(host.Build(), options);
-        for (const Misbehaviour& misbehaviour : misbehaviours) {
-            Server().Misbehave(misbehaviour);
+        for (const Fault& fault : faults) {
+            Server().InjectFault(fault);
         }
     }
 

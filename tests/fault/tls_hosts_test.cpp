@@ -186,7 +186,7 @@ TEST_F(StrictApplication, FindsNoErrorsThatAreNotItsOwn) {
     ServeOverTls(TlsVersion::kTls1_2, KeyType::kRsa2048, CertificateKind::kSelfSigned);
     EXPECT_EQ(ReadManufacturer(), "Contoso");
     EXPECT_EQ(ERR_peek_error(), 0U);
-    Server().Misbehave(simhost::Misbehaviours::RawOnConnect("SSH-2.0-OpenSSH_8.3\r\n"));
+    Server().InjectFault(simhost::Faults::RawOnConnect("SSH-2.0-OpenSSH_8.3\r\n"));
     EXPECT_EQ(ReadManufacturer(), "not read");
     EXPECT_EQ(ERR_peek_error(), 0U);
 }

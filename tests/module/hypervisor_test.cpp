@@ -130,7 +130,7 @@ TEST_F(VersionGate, HoldsAHostThatAnswersWithoutCimForSupported) {
     HostBuilder host;
     Serve(host.WithoutNamespace(kHardwareNamespace));
     Worker();
-    Server().Misbehave(simhost::Misbehaviours::HttpStatus(503, "Service Unavailable"));
+    Server().InjectFault(simhost::Faults::HttpStatus(503, "Service Unavailable"));
     EXPECT_FALSE(Worker().IsUnSpportedESXIVer());
 }
 

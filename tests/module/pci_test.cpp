@@ -79,11 +79,11 @@ protected:
     }
     /// Fails the `number`-th of the associations that follow.
     void FailAssociation(std::size_t number) {
-        auto failure = simhost::Misbehaviours::CimErrorElement(1, "provider died");
+        auto failure = simhost::Faults::CimErrorElement(1, "provider died");
         failure.only_operation = "Associators";
         failure.after = number - 1;
         failure.times = 1;
-        Server().Misbehave(failure);
+        Server().InjectFault(failure);
     }
 
     HostBuilder host;
@@ -261,9 +261,9 @@ TEST_F(PciInventory, ABridgeWithoutLocationHasNone) {
 TEST_F(PciInventory, ADeviceWhosePlaceCannotBeAskedIsStillListed) {
     AddSlots();
     Serve(host);
-    simhost::Misbehaviour failure = simhost::Misbehaviours::CimErrorElement(1, "provider died");
+    simhost::Fault failure = simhost::Faults::CimErrorElement(1, "provider died");
     failure.only_operation = "Associators";
-    Server().Misbehave(failure);
+    Server().InjectFault(failure);
     Pciinfo pci;
     EXPECT_EQ(Worker().GetPCIInfo(pci), 0);
     ASSERT_EQ(pci.devices_.size(), 1U);

@@ -60,11 +60,11 @@ TEST_F(Authentication, IsNotNeededWithoutAUser) {
     EXPECT_EQ(Server().counters().challenges, 0U);
 }
 
-TEST_F(Authentication, ComesBeforeMisbehaviour) {
+TEST_F(Authentication, ComesBeforeFaults) {
     Serve(options);
-    simhost::Misbehaviour once = simhost::Misbehaviours::HttpStatus(503, "Service Unavailable");
+    simhost::Fault once = simhost::Faults::HttpStatus(503, "Service Unavailable");
     once.times = 1;
-    Server().Misbehave(once);
+    Server().InjectFault(once);
     const std::string credentials = "Basic " + simhost::Base64("root:pässwörd: €");
     EXPECT_EQ(Ask(EnumerateCards()).status, 401);
     EXPECT_EQ(Ask(CardsAs(credentials)).status, 503);

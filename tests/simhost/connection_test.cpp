@@ -115,7 +115,7 @@ TEST_F(Connections, AreDelayedAsConfigured) {
 TEST_F(Connections, EndWithTheServer) {
     RawClient idle = Connect();
     RawClient busy = Connect();
-    Server().Misbehave(simhost::Misbehaviours::Stall());
+    Server().InjectFault(simhost::Faults::Stall());
     busy.Send(EnumerateCards());
     EXPECT_EQ(Server().counters().connections, 2U);
     StopServing();

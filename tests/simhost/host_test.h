@@ -38,8 +38,8 @@ protected:
     }
     RawClient Connect() { return RawClient(Server()); }
     Reply Ask(const std::string& request) { return Connect().Ask(request); }
-    Reply AnswerWith(const simhost::Misbehaviour& misbehaviour) {
-        Server().Misbehave(misbehaviour);
+    Reply AnswerWith(const simhost::Fault& fault) {
+        Server().InjectFault(fault);
         return Ask(EnumerateCards());
     }
 

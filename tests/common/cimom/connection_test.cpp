@@ -102,7 +102,7 @@ TEST_F(Connection, ReportsItsFailureOnceBeforeTheLastPause) {
 
 TEST_F(Connection, IsTriedThreeTimesWithAHostThatHangsUp) {
     Serve(HostBuilder().Build(), simhost::ServerOptions());
-    Server().Misbehave(simhost::Misbehaviours::CloseOnConnect());
+    Server().InjectFault(simhost::Faults::CloseOnConnect());
     EXPECT_EQ(Connect().client, nullptr);
     EXPECT_EQ(Server().counters().connections, 3U);
     EXPECT_THAT(TakePauses(), ElementsAre(10000, 10000, 10000));

@@ -162,7 +162,7 @@ TEST_F(Queries, AFailedAssociationNeverTellsOfTheNamespace) {
 TEST_F(Queries, AnEnumerationThatFailsOutsideCimDoesNotReconnect) {
     Serve(host);
     CimConnection& connection = ConnectTo("root/cimv2");
-    Server().Misbehave(simhost::Misbehaviours::HttpStatus(503, "Service Unavailable"));
+    Server().InjectFault(simhost::Faults::HttpStatus(503, "Service Unavailable"));
     EXPECT_EQ(Enumerate(connection, "Device"), 1);
     EXPECT_EQ(instances.size(), 1U);
     EXPECT_EQ(Server().counters().connections, 1U);
@@ -173,7 +173,7 @@ TEST_F(Queries, AnEnumerationThatFailsOutsideCimDoesNotReconnect) {
 TEST_F(Queries, AnAssociationThatFailsOutsideCimReconnects) {
     Serve(host);
     CimConnection& connection = ConnectTo("root/cimv2");
-    Server().Misbehave(simhost::Misbehaviours::HttpStatus(503, "Service Unavailable"));
+    Server().InjectFault(simhost::Faults::HttpStatus(503, "Service Unavailable"));
     EXPECT_EQ(Associate(connection), 1);
     EXPECT_EQ(Server().counters().connections, 2U);
     ExpectLog({AssociationCallLog(kDevice, "DeviceInSlot", "Slot"),

@@ -69,8 +69,8 @@ std::unique_ptr<simhost::Server> Serve(const Scenario& scenario) {
     options.user = kUser;
     options.password = kPassword;
     auto server = std::make_unique<simhost::Server>(HostOf(scenario), options);
-    if (scenario.misbehaviour) {
-        server->Misbehave(*scenario.misbehaviour);
+    if (scenario.fault) {
+        server->InjectFault(*scenario.fault);
     }
     return server;
 }

@@ -6,9 +6,9 @@ namespace transcripts {
 
 namespace {
 
-using simhost::Misbehaviour;
+using simhost::Fault;
 using simhost::Transport;
-namespace Misbehaviours = simhost::Misbehaviours;
+namespace Faults = simhost::Faults;
 
 Scenario OnBuiltinHost(const Operation& operation) {
     Scenario scenario;
@@ -24,11 +24,11 @@ Scenario OnAllOperations(const std::string& failure) {
     return scenario;
 }
 
-Scenario Misbehaving(const std::string& failure, Misbehaviour misbehaviour,
-                     Transport transport = Transport::kHttp) {
+Scenario WithFault(const std::string& failure, Fault fault,
+                   Transport transport = Transport::kHttp) {
     Scenario scenario = OnAllOperations(failure);
     scenario.transport = transport;
-    scenario.misbehaviour = std::move(misbehaviour);
+    scenario.fault = std::move(fault);
     return scenario;
 }
 
@@ -39,28 +39,28 @@ Scenario With(bool Scenario::*property, const std::string& failure) {
 }
 
 Scenario FailingAssociations() {
-    Misbehaviour failure = Misbehaviours::CimErrorElement(1, "provider died");
+    Fault failure = Faults::CimErrorElement(1, "provider died");
     failure.only_operation = "Associators";
-    Scenario scenario = Misbehaving("associations", failure);
+    Scenario scenario = WithFault("associations", failure);
     scenario.operations = {Operations().back()};
     return scenario;
 }
 
 /// An answer with this body, announced as `length` bytes.
-Misbehaviour Answer(const std::string& body, std::size_t length) {
-    return Misbehaviours::Raw(
+Fault Answer(const std::string& body, std::size_t length) {
+    return Faults::Raw(
         "HTTP/1.1 200 OK\r\nContent-Type: application/xml; charset=utf-8\r\n"
         "CIMOperation: MethodResponse\r\nContent-Length: " +
         std::to_string(length) + "\r\n\r\n" + body);
 }
 
-Misbehaviour BrokenXml() {
+Fault BrokenXml() {
     const std::string body =
         "<?xml version=\"1.0\"?>\n<CIM CIMVERSION=\"2.0\" DTDVERSION=\"2.0\"></GIM>";
     return Answer(body, body.size());
 }
 
-Misbehaviour TruncatedBody() { return Answer("<?xml version=\"1.0\"?>\n<CIM CIMVERSION=", 500); }
+Fault TruncatedBody() { return Answer("<?xml version=\"1.0\"?>\n<CIM CIMVERSION=", 500); }
 
 }  // namespace
 
@@ -75,24 +75,24 @@ std::vector<Scenario> Scenarios() {
         With(&Scenario::has_namespaces, "missing-namespaces"),
         With(&Scenario::has_classes, "missing-classes"),
         FailingAssociations(),
-        Misbehaving("broken-xml", BrokenXml()),
-        Misbehaving("cim-error", Misbehaviours::CimErrorElement(1, "provider died")),
-        Misbehaving("cim-error-without-text", Misbehaviours::CimErrorElement(1, "")),
-        Misbehaving("cim-error-in-trailers", Misbehaviours::CimErrorTrailer(4, "out of memory")),
-        Misbehaving("closed-connection", Misbehaviours::Close()),
-        Misbehaving("closed-connection-over-tls", Misbehaviours::Close(), Transport::kHttps),
-        Misbehaving("closed-handshake", Misbehaviours::CloseOnConnect(), Transport::kHttps),
-        Misbehaving("content-type", Misbehaviours::ContentType("text/html")),
-        Misbehaving("http-status", Misbehaviours::HttpStatus(503, "Service Unavailable")),
-        Misbehaving("http-status-with-cim-error",
-                    Misbehaviours::HttpStatus(400, "Bad Request", "request-not-valid")),
-        Misbehaving("message-id", Misbehaviours::MessageId("0")),
-        Misbehaving("no-http", Misbehaviours::Raw("SSH-2.0-OpenSSH_8.3\r\n")),
-        Misbehaving("no-operation-header", Misbehaviours::OperationHeader("")),
-        Misbehaving("operation-header", Misbehaviours::OperationHeader("MethodCall")),
-        Misbehaving("reset-connection", Misbehaviours::Reset()),
-        Misbehaving("truncated-body", TruncatedBody()),
-        Misbehaving("truncated-head", Misbehaviours::Truncate(40)),
+        WithFault("broken-xml", BrokenXml()),
+        WithFault("cim-error", Faults::CimErrorElement(1, "provider died")),
+        WithFault("cim-error-without-text", Faults::CimErrorElement(1, "")),
+        WithFault("cim-error-in-trailers", Faults::CimErrorTrailer(4, "out of memory")),
+        WithFault("closed-connection", Faults::Close()),
+        WithFault("closed-connection-over-tls", Faults::Close(), Transport::kHttps),
+        WithFault("closed-handshake", Faults::CloseOnConnect(), Transport::kHttps),
+        WithFault("content-type", Faults::ContentType("text/html")),
+        WithFault("http-status", Faults::HttpStatus(503, "Service Unavailable")),
+        WithFault("http-status-with-cim-error",
+                  Faults::HttpStatus(400, "Bad Request", "request-not-valid")),
+        WithFault("message-id", Faults::MessageId("0")),
+        WithFault("no-http", Faults::Raw("SSH-2.0-OpenSSH_8.3\r\n")),
+        WithFault("no-operation-header", Faults::OperationHeader("")),
+        WithFault("operation-header", Faults::OperationHeader("MethodCall")),
+        WithFault("reset-connection", Faults::Reset()),
+        WithFault("truncated-body", TruncatedBody()),
+        WithFault("truncated-head", Faults::Truncate(40)),
     };
     scenarios.insert(scenarios.end(), failing.begin(), failing.end());
     return scenarios;

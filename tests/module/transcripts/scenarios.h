@@ -15,7 +15,7 @@ struct Scenario {
     std::vector<Operation> operations;
 
     simhost::Transport transport = simhost::Transport::kHttps;
-    std::optional<simhost::Misbehaviour> misbehaviour;
+    std::optional<simhost::Fault> fault;
     bool right_password = true;
     bool has_classes = true;
     bool has_namespaces = true;

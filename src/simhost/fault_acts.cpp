@@ -1,4 +1,4 @@
-#include "simhost/misbehaviour_acts.h"
+#include "simhost/fault_acts.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -9,60 +9,57 @@ namespace simhost {
 
 namespace {
 
-using Kind = Misbehaviour::Kind;
+using Kind = Fault::Kind;
 
-void CloseAtOnce(const Misbehaviour&, Stream& stream) { stream.Close(); }
+void CloseAtOnce(const Fault&, Stream& stream) { stream.Close(); }
 
-void StallAtOnce(const Misbehaviour&, Stream& stream) { stream.AwaitPeersEnd(); }
+void StallAtOnce(const Fault&, Stream& stream) { stream.AwaitPeersEnd(); }
 
-void GreetAtOnce(const Misbehaviour& misbehaviour, Stream& stream) {
-    stream.Write(misbehaviour.text);
+void GreetAtOnce(const Fault& fault, Stream& stream) {
+    stream.Write(fault.text);
     stream.AwaitPeersEnd();
 }
 
-void ChangeLength(const Misbehaviour& misbehaviour, const NumberedRequest&, Answer& answer) {
+void ChangeLength(const Fault& fault, const NumberedRequest&, Answer& answer) {
     answer.chunked = false;
     answer.SetHeader("Trailer", "");
-    answer.length_surplus = misbehaviour.number;
+    answer.length_surplus = fault.number;
 }
 
-void ReplaceByErrorElement(const Misbehaviour& misbehaviour, const NumberedRequest& request,
-                           Answer& answer) {
-    answer = ErrorElementAnswer(request.request, static_cast<unsigned>(misbehaviour.number),
-                                misbehaviour.text);
+void ReplaceByErrorElement(const Fault& fault, const NumberedRequest& request, Answer& answer) {
+    answer = ErrorElementAnswer(request.request, static_cast<unsigned>(fault.number), fault.text);
 }
 
-void BreakOffWithError(const Misbehaviour& misbehaviour, const NumberedRequest&, Answer& answer) {
+void BreakOffWithError(const Fault& fault, const NumberedRequest&, Answer& answer) {
     answer.body.resize(answer.body.size() / 2);
-    AddErrorTrailers(static_cast<unsigned>(misbehaviour.number), misbehaviour.text, answer);
+    AddErrorTrailers(static_cast<unsigned>(fault.number), fault.text, answer);
 }
 
-void ReplaceStatus(const Misbehaviour& misbehaviour, const NumberedRequest&, Answer& answer) {
-    answer = EmptyAnswer(static_cast<int>(misbehaviour.number), misbehaviour.text);
-    answer.SetHeader("CIMError", misbehaviour.cim_error);
+void ReplaceStatus(const Fault& fault, const NumberedRequest&, Answer& answer) {
+    answer = EmptyAnswer(static_cast<int>(fault.number), fault.text);
+    answer.SetHeader("CIMError", fault.cim_error);
 }
 
-void ReplaceContentType(const Misbehaviour& misbehaviour, const NumberedRequest&, Answer& answer) {
-    answer.SetHeader("Content-Type", misbehaviour.text);
+void ReplaceContentType(const Fault& fault, const NumberedRequest&, Answer& answer) {
+    answer.SetHeader("Content-Type", fault.text);
 }
 
-void ReplaceOperation(const Misbehaviour& misbehaviour, const NumberedRequest&, Answer& answer) {
-    answer.SetHeader("CIMOperation", misbehaviour.text);
+void ReplaceOperation(const Fault& fault, const NumberedRequest&, Answer& answer) {
+    answer.SetHeader("CIMOperation", fault.text);
 }
 
-void ReplaceMessageId(const Misbehaviour& misbehaviour, const NumberedRequest&, Answer& answer) {
+void ReplaceMessageId(const Fault& fault, const NumberedRequest&, Answer& answer) {
     const std::string before = "<MESSAGE ID=\"";
     const auto begin = answer.body.find(before);
     if (begin != std::string::npos) {
         const auto id_begin = begin + before.size();
-        answer.body.replace(id_begin, answer.body.find('"', id_begin) - id_begin,
-                            misbehaviour.text);
+        answer.body.replace(id_begin, answer.body.find('"', id_begin) - id_begin, fault.text);
     }
 }
 
 /// Repeats the returned elements; without any, blank lines.
-void Enlarge(const Misbehaviour& misbehaviour, const NumberedRequest&, Answer& answer) {
-    const auto size = static_cast<std::size_t>(misbehaviour.number);
+void Enlarge(const Fault& fault, const NumberedRequest&, Answer& answer) {
+    const auto size = static_cast<std::size_t>(fault.number);
     constexpr std::size_t kPiece = 65536;
     const std::string begin = "<IRETURNVALUE>\n";
     const auto at = answer.body.find(begin);
@@ -82,54 +79,53 @@ void Enlarge(const Misbehaviour& misbehaviour, const NumberedRequest&, Answer& a
     answer.repetitions = size / answer.repeated.size() + 1;
 }
 
-void EndConnection(const Misbehaviour& misbehaviour, const NumberedRequest& request,
-                   Answer& answer) {
-    const auto every = static_cast<std::size_t>(std::max<std::int64_t>(1, misbehaviour.number));
+void EndConnection(const Fault& fault, const NumberedRequest& request, Answer& answer) {
+    const auto every = static_cast<std::size_t>(std::max<std::int64_t>(1, fault.number));
     if (request.number % every == 0) {
         answer.close = true;
-        answer.SetHeader("Connection", misbehaviour.abrupt ? "" : "close");
+        answer.SetHeader("Connection", fault.abrupt ? "" : "close");
     }
 }
 
-bool CloseInstead(const Misbehaviour&, const Answer&, Stream& stream) {
+bool CloseInstead(const Fault&, const Answer&, Stream& stream) {
     stream.Close();
     return false;
 }
 
-bool ResetInstead(const Misbehaviour&, const Answer&, Stream& stream) {
+bool ResetInstead(const Fault&, const Answer&, Stream& stream) {
     stream.Reset();
     return false;
 }
 
-bool StallInstead(const Misbehaviour&, const Answer&, Stream& stream) {
+bool StallInstead(const Fault&, const Answer&, Stream& stream) {
     stream.AwaitPeersEnd();
     return false;
 }
 
-bool SendTextInstead(const Misbehaviour& misbehaviour, const Answer&, Stream& stream) {
-    stream.Write(misbehaviour.text);
+bool SendTextInstead(const Fault& fault, const Answer&, Stream& stream) {
+    stream.Write(fault.text);
     stream.CloseProperly();
     return false;
 }
 
-bool SendTruncated(const Misbehaviour& misbehaviour, const Answer& answer, Stream& stream) {
-    auto left = static_cast<std::size_t>(misbehaviour.number);
+bool SendTruncated(const Fault& fault, const Answer& answer, Stream& stream) {
+    auto left = static_cast<std::size_t>(fault.number);
     WriteAnswer(answer, [&](std::string_view bytes) {
         const std::string_view piece = bytes.substr(0, left);
         stream.Write(piece);
         left -= piece.size();
         return left > 0;
     });
-    misbehaviour.abrupt ? stream.Reset() : stream.Close();
+    fault.abrupt ? stream.Reset() : stream.Close();
     return false;
 }
 
-bool SendSlowly(const Misbehaviour& misbehaviour, const Answer& answer, Stream& stream) {
-    const auto size = static_cast<std::size_t>(std::max<std::int64_t>(1, misbehaviour.number));
+bool SendSlowly(const Fault& fault, const Answer& answer, Stream& stream) {
+    const auto size = static_cast<std::size_t>(std::max<std::int64_t>(1, fault.number));
     WriteAnswer(answer, [&](std::string_view bytes) {
         for (; !bytes.empty(); bytes.remove_prefix(std::min(size, bytes.size()))) {
             stream.Write(bytes.substr(0, size));
-            stream.Pause(misbehaviour.pause);
+            stream.Pause(fault.pause);
         }
         return true;
     });
@@ -178,27 +174,26 @@ Act ActOf(Kind kind) {
         case Kind::kSlowDrip:
             return &SendSlowly;
     }
-    throw std::logic_error("a misbehaviour of no kind");
+    throw std::logic_error("a fault of no kind");
 }
 
 bool ActsOnConnect(Kind kind) { return std::holds_alternative<ActOnConnect>(ActOf(kind)); }
 
-void ApplyOnConnect(const Misbehaviour& misbehaviour, Stream& stream) {
-    std::get<ActOnConnect>(ActOf(misbehaviour.kind))(misbehaviour, stream);
+void ApplyOnConnect(const Fault& fault, Stream& stream) {
+    std::get<ActOnConnect>(ActOf(fault.kind))(fault, stream);
 }
 
-void ApplyToAnswer(const Misbehaviour& misbehaviour, const NumberedRequest& request,
-                   Answer& answer) {
-    const Act act = ActOf(misbehaviour.kind);
+void ApplyToAnswer(const Fault& fault, const NumberedRequest& request, Answer& answer) {
+    const Act act = ActOf(fault.kind);
     if (const auto* const change = std::get_if<ActOnAnswer>(&act)) {
-        (*change)(misbehaviour, request, answer);
+        (*change)(fault, request, answer);
     }
 }
 
-bool ApplyToSending(const Misbehaviour& misbehaviour, const Answer& answer, Stream& stream) {
-    const Act act = ActOf(misbehaviour.kind);
+bool ApplyToSending(const Fault& fault, const Answer& answer, Stream& stream) {
+    const Act act = ActOf(fault.kind);
     if (const auto* const send = std::get_if<ActOnSending>(&act)) {
-        return (*send)(misbehaviour, answer, stream);
+        return (*send)(fault, answer, stream);
     }
     WriteAnswer(answer, [&](std::string_view bytes) {
         stream.Write(bytes);

@@ -1,9 +1,9 @@
-#include "simhost/misbehaviour_limits.h"
+#include "simhost/fault_limits.h"
 
 #include <charconv>
 #include <cstddef>
 
-#include "simhost/misbehaviour_acts.h"
+#include "simhost/fault_acts.h"
 
 namespace simhost {
 
@@ -25,19 +25,18 @@ bool ReadCount(std::string_view value, std::size_t least, std::size_t& count) {
 struct Limit {
     std::string_view prefix;
     bool is_of_requests;  ///< says nothing about connections
-    bool (*read)(std::string_view value, Misbehaviour& misbehaviour);
+    bool (*read)(std::string_view value, Fault& fault);
 };
 
 /// The last has no prefix, and so fits what no other does.
 constexpr Limit kLimits[] = {
     {"operation:", true,
-     [](std::string_view value, Misbehaviour& m) { return ReadName(value, m.only_operation); }},
+     [](std::string_view value, Fault& m) { return ReadName(value, m.only_operation); }},
     {"after:", false,
-     [](std::string_view value, Misbehaviour& m) { return ReadCount(value, 0, m.after); }},
+     [](std::string_view value, Fault& m) { return ReadCount(value, 0, m.after); }},
     {"times:", false,
-     [](std::string_view value, Misbehaviour& m) { return ReadCount(value, 1, m.times); }},
-    {"", true,
-     [](std::string_view value, Misbehaviour& m) { return ReadName(value, m.only_class); }},
+     [](std::string_view value, Fault& m) { return ReadCount(value, 1, m.times); }},
+    {"", true, [](std::string_view value, Fault& m) { return ReadName(value, m.only_class); }},
 };
 
 const Limit& LimitOf(std::string_view text) {
@@ -50,15 +49,15 @@ const Limit& LimitOf(std::string_view text) {
 
 }  // namespace
 
-std::string ReadLimits(std::string_view text, Misbehaviour& misbehaviour) {
+std::string ReadLimits(std::string_view text, Fault& fault) {
     while (true) {
         const auto comma = text.find(',');
         const std::string_view written = text.substr(0, comma);
         const Limit& limit = LimitOf(written);
-        if (!limit.read(written.substr(limit.prefix.size()), misbehaviour)) {
+        if (!limit.read(written.substr(limit.prefix.size()), fault)) {
             return kForms;
         }
-        if (limit.is_of_requests && ActsOnConnect(misbehaviour.kind)) {
+        if (limit.is_of_requests && ActsOnConnect(fault.kind)) {
             return "it comes before any request, so leave out classes and operations";
         }
         if (comma == std::string_view::npos) {

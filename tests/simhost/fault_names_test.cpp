@@ -2,19 +2,19 @@
 
 #include <stdexcept>
 
-#include "simhost/misbehaviour.h"
+#include "simhost/fault.h"
 
 namespace {
 
-using simhost::Misbehaviour;
-using simhost::Misbehaviours::ByName;
+using simhost::Fault;
+using simhost::Faults::ByName;
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 using ::testing::ThrowsMessage;
-using Kind = simhost::Misbehaviour::Kind;
+using Kind = simhost::Fault::Kind;
 
-TEST(MisbehaviourNames, EachIsKnownAndExplained) {
-    const auto names = simhost::Misbehaviours::Names();
+TEST(FaultNames, EachIsKnownAndExplained) {
+    const auto names = simhost::Faults::Names();
     EXPECT_EQ(names.size(), 24U);
     for (const auto& [name, value, meaning] : names) {
         EXPECT_NO_THROW(ByName(name));
@@ -23,43 +23,43 @@ TEST(MisbehaviourNames, EachIsKnownAndExplained) {
     }
 }
 
-TEST(MisbehaviourNames, TakeANumber) {
+TEST(FaultNames, TakeANumber) {
     EXPECT_EQ(ByName("truncate").number, 200);
     EXPECT_EQ(ByName("truncate=17").number, 17);
     EXPECT_EQ(ByName("wrong-length=-5").number, -5);
     EXPECT_EQ(ByName("slow-drip=3").pause, std::chrono::milliseconds(3));
 }
 
-TEST(MisbehaviourNames, TakeAText) {
+TEST(FaultNames, TakeAText) {
     EXPECT_EQ(ByName("raw=hello, world").text, "hello, world");
     EXPECT_THAT(ByName("html-page").text, HasSubstr("<html>"));
     EXPECT_THAT(ByName("ssh-banner").text, StartsWith("SSH-2.0-"));
 }
 
-TEST(MisbehaviourNames, TakeANumberAndAText) {
-    const Misbehaviour error = ByName("cim-error-element=6,not here, not there");
+TEST(FaultNames, TakeANumberAndAText) {
+    const Fault error = ByName("cim-error-element=6,not here, not there");
     EXPECT_EQ(error.kind, Kind::kCimErrorElement);
     EXPECT_EQ(error.number, 6);
     EXPECT_EQ(error.text, "not here, not there");
 }
 
-TEST(MisbehaviourNames, KnowTheReasonsOfStatuses) {
+TEST(FaultNames, KnowTheReasonsOfStatuses) {
     EXPECT_EQ(ByName("http-status=403").text, "Forbidden");
     EXPECT_EQ(ByName("http-status").text, "Service Unavailable");
     EXPECT_EQ(ByName("http-status=500,Boom").text, "Boom");
     EXPECT_EQ(ByName("cim-error-header=400,request-not-valid").cim_error, "request-not-valid");
 }
 
-TEST(MisbehaviourNames, TellTheAbruptFormFromTheOther) {
+TEST(FaultNames, TellTheAbruptFormFromTheOther) {
     EXPECT_FALSE(ByName("close-every=3").abrupt);
     EXPECT_TRUE(ByName("close-every-silently=3").abrupt);
     EXPECT_TRUE(ByName("truncate-reset=3").abrupt);
 }
 
-TEST(MisbehaviourNames, TakeLimits) {
+TEST(FaultNames, TakeLimits) {
     EXPECT_EQ(ByName("stall@IBMSG_PCIDevice").only_class, "IBMSG_PCIDevice");
     EXPECT_EQ(ByName("stall@operation:Associators").only_operation, "Associators");
-    const Misbehaviour limited = ByName("http-status@Card,after:2,times:3=500,a@b,c");
+    const Fault limited = ByName("http-status@Card,after:2,times:3=500,a@b,c");
     EXPECT_EQ(limited.only_class, "Card");
     EXPECT_EQ(limited.after, 2U);
     EXPECT_EQ(limited.times, 3U);
@@ -77,11 +77,11 @@ std::string ErrorOf(const std::string& text) {
     return "no error";
 }
 
-TEST(MisbehaviourNames, SayHowLimitsAreWritten) {
+TEST(FaultNames, SayHowLimitsAreWritten) {
     for (const char* limits : {"", "Card,", "after:", "after:x", "after:-1", "times:0", "times:1x",
                                "operation:", "clas:Card"}) {
         const std::string text = std::string("stall@") + limits;
-        EXPECT_EQ(ErrorOf(text), "unknown misbehaviour \"" + text +
+        EXPECT_EQ(ErrorOf(text), "unknown fault \"" + text +
                                      "\": write NAME@LIMIT,LIMIT with CLASS, operation:NAME, "
                                      "after:COUNT or times:COUNT for a LIMIT");
     }
@@ -91,17 +91,17 @@ TEST(MisbehaviourNames, SayHowLimitsAreWritten) {
     }
 }
 
-TEST(MisbehaviourNames, SayWhatToWriteInstead) {
-    EXPECT_THAT(ErrorOf("explode"), StartsWith("unknown misbehaviour \"explode\": write one of "
+TEST(FaultNames, SayWhatToWriteInstead) {
+    EXPECT_THAT(ErrorOf("explode"), StartsWith("unknown fault \"explode\": write one of "
                                                "close, reset, stall, "));
-    EXPECT_EQ(ErrorOf("truncate=x"), "unknown misbehaviour \"truncate=x\": write truncate=NUMBER");
+    EXPECT_EQ(ErrorOf("truncate=x"), "unknown fault \"truncate=x\": write truncate=NUMBER");
     EXPECT_EQ(ErrorOf("http-status=1x"),
-              "unknown misbehaviour \"http-status=1x\": write http-status=NUMBER,TEXT");
+              "unknown fault \"http-status=1x\": write http-status=NUMBER,TEXT");
     EXPECT_EQ(ErrorOf("slow-drip=9223372036854775807"),
-              "unknown misbehaviour \"slow-drip=9223372036854775807\": write slow-drip=NUMBER");
-    EXPECT_EQ(ErrorOf("close=5"), "unknown misbehaviour \"close=5\": write close without a text");
+              "unknown fault \"slow-drip=9223372036854775807\": write slow-drip=NUMBER");
+    EXPECT_EQ(ErrorOf("close=5"), "unknown fault \"close=5\": write close without a text");
     EXPECT_EQ(ErrorOf("truncate=5,x"),
-              "unknown misbehaviour \"truncate=5,x\": write truncate without a text");
+              "unknown fault \"truncate=5,x\": write truncate without a text");
 }
 
 }  // namespace

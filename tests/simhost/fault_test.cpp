@@ -13,13 +13,13 @@ using ::testing::HasSubstr;
 using ::testing::Not;
 using ::testing::StartsWith;
 
-namespace Ways = simhost::Misbehaviours;
+namespace Faults = simhost::Faults;
 
-class Misbehaving : public HostTest {
+class InjectedFault : public HostTest {
 protected:
     /// All that arrives for one request, with the connection's end noted.
-    std::string AllOfAnswer(const simhost::Misbehaviour& misbehaviour) {
-        Server().Misbehave(misbehaviour);
+    std::string AllOfAnswer(const simhost::Fault& fault) {
+        Server().InjectFault(fault);
         RawClient client = Connect();
         client.Send(EnumerateCards());
         const std::string all = client.ReceiveAll();
@@ -28,7 +28,7 @@ protected:
     }
     /// A working host's answer.
     Reply Good() {
-        Server().Behave();
+        Server().ClearFaults();
         return Ask(EnumerateCards());
     }
     void ServeTls() { Serve(simhost::ServerOptions()); }
@@ -36,19 +36,19 @@ protected:
     End end = End::kNone;
 };
 
-TEST_F(Misbehaving, CloseEndsWithoutAnAnswer) {
-    EXPECT_EQ(AllOfAnswer(Ways::Close()), "");
+TEST_F(InjectedFault, CloseEndsWithoutAnAnswer) {
+    EXPECT_EQ(AllOfAnswer(Faults::Close()), "");
     EXPECT_EQ(end, End::kClosed);
     EXPECT_EQ(Server().counters().requests, 1U);
 }
 
-TEST_F(Misbehaving, ResetEndsByAReset) {
-    EXPECT_EQ(AllOfAnswer(Ways::Reset()), "");
+TEST_F(InjectedFault, ResetEndsByAReset) {
+    EXPECT_EQ(AllOfAnswer(Faults::Reset()), "");
     EXPECT_EQ(end, End::kReset);
 }
 
-TEST_F(Misbehaving, StallTakesTheRequestAndAnswersNothing) {
-    Server().Misbehave(Ways::Stall());
+TEST_F(InjectedFault, StallTakesTheRequestAndAnswersNothing) {
+    Server().InjectFault(Faults::Stall());
     RawClient client = Connect();
     client.Send(EnumerateCards());
     client.FinishSending();
@@ -56,43 +56,43 @@ TEST_F(Misbehaving, StallTakesTheRequestAndAnswersNothing) {
     EXPECT_EQ(Server().counters().requests, 1U);
 }
 
-TEST_F(Misbehaving, RawAnswersWithTheGivenBytes) {
-    EXPECT_EQ(AllOfAnswer(Ways::Raw("<html>")), "<html>");
+TEST_F(InjectedFault, RawAnswersWithTheGivenBytes) {
+    EXPECT_EQ(AllOfAnswer(Faults::Raw("<html>")), "<html>");
     EXPECT_EQ(end, End::kClosed);
 }
 
-TEST_F(Misbehaving, TruncateCutsAtEveryByte) {
+TEST_F(InjectedFault, TruncateCutsAtEveryByte) {
     const std::string whole = Good().raw;
     for (const std::size_t size : {std::size_t{0}, std::size_t{1}, std::size_t{100},
                                    whole.size() - 1, whole.size(), whole.size() + 1}) {
-        Server().Behave();
-        EXPECT_EQ(AllOfAnswer(Ways::Truncate(size)), whole.substr(0, size));
+        Server().ClearFaults();
+        EXPECT_EQ(AllOfAnswer(Faults::Truncate(size)), whole.substr(0, size));
         EXPECT_EQ(end, End::kClosed);
     }
 }
 
-TEST_F(Misbehaving, TruncateCanEndByAReset) {
-    const std::string cut = AllOfAnswer(Ways::Truncate(100, true));
+TEST_F(InjectedFault, TruncateCanEndByAReset) {
+    const std::string cut = AllOfAnswer(Faults::Truncate(100, true));
     EXPECT_THAT(Good().raw, StartsWith(cut));
     EXPECT_EQ(end, End::kReset);
 }
 
-TEST_F(Misbehaving, SlowDripSendsTheWholeAnswer) {
+TEST_F(InjectedFault, SlowDripSendsTheWholeAnswer) {
     const std::string whole = Good().raw;
-    EXPECT_EQ(AnswerWith(Ways::SlowDrip(50, std::chrono::milliseconds(1))).raw, whole);
+    EXPECT_EQ(AnswerWith(Faults::SlowDrip(50, std::chrono::milliseconds(1))).raw, whole);
 }
 
-TEST_F(Misbehaving, CloseOnConnectNeverSpeaks) {
+TEST_F(InjectedFault, CloseOnConnectNeverSpeaks) {
     for (const bool tls : {false, true}) {
         Serve(tls ? simhost::ServerOptions() : Http());
-        Server().Misbehave(Ways::CloseOnConnect());
+        Server().InjectFault(Faults::CloseOnConnect());
         EXPECT_EQ(RawClient::WithoutTls(Server()).ReceiveAll(), "");
     }
 }
 
-TEST_F(Misbehaving, StallOnConnectTakesTheConnectionAndNothingElse) {
+TEST_F(InjectedFault, StallOnConnectTakesTheConnectionAndNothingElse) {
     ServeTls();
-    Server().Misbehave(Ways::StallOnConnect());
+    Server().InjectFault(Faults::StallOnConnect());
     RawClient client = RawClient::WithoutTls(Server());
     client.Send("hello");
     EXPECT_EQ(Server().counters().connections, 1U);
@@ -101,20 +101,20 @@ TEST_F(Misbehaving, StallOnConnectTakesTheConnectionAndNothingElse) {
     EXPECT_EQ(client.ReceiveAll(), "");
 }
 
-TEST_F(Misbehaving, RawOnConnectGreetsBeforeAnyTls) {
+TEST_F(InjectedFault, RawOnConnectGreetsBeforeAnyTls) {
     ServeTls();
-    Server().Misbehave(Ways::ByName("ssh-banner"));
+    Server().InjectFault(Faults::ByName("ssh-banner"));
     RawClient client = RawClient::WithoutTls(Server());
     EXPECT_EQ(Server().counters().connections, 1U);
     const std::string banner = "SSH-2.0-OpenSSH_8.3\r\n";
     EXPECT_EQ(client.ReceiveBytes(banner.size()), banner);
 }
 
-TEST_F(Misbehaving, WrongLengthAnnouncesMoreOrLess) {
+TEST_F(InjectedFault, WrongLengthAnnouncesMoreOrLess) {
     const Reply good = Good();
     for (const int surplus : {100, -100}) {
-        Server().Behave();
-        Server().Misbehave(Ways::WrongLength(surplus));
+        Server().ClearFaults();
+        Server().InjectFault(Faults::WrongLength(surplus));
         RawClient client = Connect();
         client.Send(EnumerateCards({"Connection: close\r\n", ""}));
         const Reply reply = client.Receive();
@@ -125,26 +125,26 @@ TEST_F(Misbehaving, WrongLengthAnnouncesMoreOrLess) {
     }
 }
 
-TEST_F(Misbehaving, CimErrorElementIsAnElementEvenForClientsThatTakeTrailers) {
-    const Reply reply = AnswerWith(Ways::CimErrorElement(6, "gone <away>"));
+TEST_F(InjectedFault, CimErrorElementIsAnElementEvenForClientsThatTakeTrailers) {
+    const Reply reply = AnswerWith(Faults::CimErrorElement(6, "gone <away>"));
     EXPECT_EQ(reply.status, 200);
     EXPECT_FALSE(reply.HasHeader("Transfer-Encoding"));
     EXPECT_FALSE(reply.HasHeader("Trailer"));
     EXPECT_THAT(reply.body, HasSubstr("<ERROR CODE=\"6\" DESCRIPTION=\"gone &lt;away&gt;\">"));
 }
 
-TEST_F(Misbehaving, CimErrorTrailerBreaksOffTheXml) {
+TEST_F(InjectedFault, CimErrorTrailerBreaksOffTheXml) {
     const Reply good = Good();
-    const Reply reply = AnswerWith(Ways::CimErrorTrailer(1, "provider died"));
+    const Reply reply = AnswerWith(Faults::CimErrorTrailer(1, "provider died"));
     EXPECT_TRUE(reply.complete);
     EXPECT_EQ(reply.body, good.body.substr(0, good.body.size() / 2));
     EXPECT_EQ(reply.trailers, "CIMStatusCode: 1\r\nCIMStatusCodeDescription: provider%20died\r\n");
 }
 
-TEST_F(Misbehaving, HttpStatusReplacesTheAnswer) {
+TEST_F(InjectedFault, HttpStatusReplacesTheAnswer) {
     for (const int status : {401, 403, 500, 503}) {
-        Server().Behave();
-        const Reply reply = AnswerWith(Ways::HttpStatus(status, "For Some Reason"));
+        Server().ClearFaults();
+        const Reply reply = AnswerWith(Faults::HttpStatus(status, "For Some Reason"));
         EXPECT_THAT(reply.head,
                     StartsWith("HTTP/1.1 " + std::to_string(status) + " For Some Reason\r\n"));
         EXPECT_FALSE(reply.HasHeader("CIMError"));
@@ -152,32 +152,33 @@ TEST_F(Misbehaving, HttpStatusReplacesTheAnswer) {
     }
 }
 
-TEST_F(Misbehaving, HttpStatusCanComeWithACimError) {
-    const Reply reply = AnswerWith(Ways::HttpStatus(400, "Bad Request", "request-not-valid"));
+TEST_F(InjectedFault, HttpStatusCanComeWithACimError) {
+    const Reply reply = AnswerWith(Faults::HttpStatus(400, "Bad Request", "request-not-valid"));
     EXPECT_EQ(reply.Header("CIMError"), "request-not-valid");
 }
 
-TEST_F(Misbehaving, ContentTypeIsReplacedOrLeftOut) {
-    EXPECT_EQ(AnswerWith(Ways::ContentType("text/html")).Header("Content-Type"), "text/html");
-    Server().Behave();
-    EXPECT_FALSE(AnswerWith(Ways::ContentType("")).HasHeader("Content-Type"));
+TEST_F(InjectedFault, ContentTypeIsReplacedOrLeftOut) {
+    EXPECT_EQ(AnswerWith(Faults::ContentType("text/html")).Header("Content-Type"), "text/html");
+    Server().ClearFaults();
+    EXPECT_FALSE(AnswerWith(Faults::ContentType("")).HasHeader("Content-Type"));
 }
 
-TEST_F(Misbehaving, OperationHeaderIsReplacedOrLeftOut) {
-    EXPECT_EQ(AnswerWith(Ways::OperationHeader("MethodCall")).Header("CIMOperation"), "MethodCall");
-    Server().Behave();
-    EXPECT_FALSE(AnswerWith(Ways::OperationHeader("")).HasHeader("CIMOperation"));
+TEST_F(InjectedFault, OperationHeaderIsReplacedOrLeftOut) {
+    EXPECT_EQ(AnswerWith(Faults::OperationHeader("MethodCall")).Header("CIMOperation"),
+              "MethodCall");
+    Server().ClearFaults();
+    EXPECT_FALSE(AnswerWith(Faults::OperationHeader("")).HasHeader("CIMOperation"));
 }
 
-TEST_F(Misbehaving, MessageIdIsAnothers) {
-    EXPECT_THAT(AnswerWith(Ways::MessageId("77")).body,
+TEST_F(InjectedFault, MessageIdIsAnothers) {
+    EXPECT_THAT(AnswerWith(Faults::MessageId("77")).body,
                 AllOf(HasSubstr("<MESSAGE ID=\"77\" "), Not(HasSubstr("ID=\"1000\""))));
 }
 
-TEST_F(Misbehaving, HugeReplyIsWellFormedToItsEnd) {
+TEST_F(InjectedFault, HugeReplyIsWellFormedToItsEnd) {
     for (const char* class_name : {"Card", "Empty"}) {
-        Server().Behave();
-        Server().Misbehave(Ways::HugeReply(3'000'000));
+        Server().ClearFaults();
+        Server().InjectFault(Faults::HugeReply(3'000'000));
         const Reply reply = Ask(Enumerate("root/cimv2", class_name));
         EXPECT_TRUE(reply.complete);
         EXPECT_GE(reply.body.size(), 3'000'000U);
@@ -186,15 +187,15 @@ TEST_F(Misbehaving, HugeReplyIsWellFormedToItsEnd) {
     }
 }
 
-TEST_F(Misbehaving, HugeReplyCanHaveALength) {
-    Server().Misbehave(Ways::HugeReply(1'000'000));
+TEST_F(InjectedFault, HugeReplyCanHaveALength) {
+    Server().InjectFault(Faults::HugeReply(1'000'000));
     const Reply reply = Ask(EnumerateCards({"", ""}));
     EXPECT_TRUE(reply.complete);
     EXPECT_THAT(reply.body, EndsWith("</CIM>\n"));
 }
 
-TEST_F(Misbehaving, CloseEveryEndsEachConnectionAfterSoManyRequests) {
-    Server().Misbehave(Ways::CloseEvery(3));
+TEST_F(InjectedFault, CloseEveryEndsEachConnectionAfterSoManyRequests) {
+    Server().InjectFault(Faults::CloseEvery(3));
     for (int connection = 0; connection < 2; ++connection) {
         RawClient client = Connect();
         EXPECT_FALSE(client.Ask(EnumerateCards()).HasHeader("Connection"));
@@ -204,8 +205,8 @@ TEST_F(Misbehaving, CloseEveryEndsEachConnectionAfterSoManyRequests) {
     }
 }
 
-TEST_F(Misbehaving, CloseEveryCanBeSilent) {
-    Server().Misbehave(Ways::CloseEvery(1, false));
+TEST_F(InjectedFault, CloseEveryCanBeSilent) {
+    Server().InjectFault(Faults::CloseEvery(1, false));
     RawClient client = Connect();
     const Reply reply = client.Ask(EnumerateCards());
     EXPECT_TRUE(reply.complete);
@@ -213,11 +214,11 @@ TEST_F(Misbehaving, CloseEveryCanBeSilent) {
     EXPECT_EQ(client.ReceiveAll(), "");
 }
 
-TEST_F(Misbehaving, CanBeLimitedToTheNextRequests) {
-    simhost::Misbehaviour misbehaviour = Ways::HttpStatus(500, "Internal Server Error");
-    misbehaviour.after = 1;
-    misbehaviour.times = 2;
-    Server().Misbehave(misbehaviour);
+TEST_F(InjectedFault, CanBeLimitedToTheNextRequests) {
+    simhost::Fault fault = Faults::HttpStatus(500, "Internal Server Error");
+    fault.after = 1;
+    fault.times = 2;
+    Server().InjectFault(fault);
     std::vector<int> statuses;
     for (int i = 0; i < 5; ++i) {
         statuses.push_back(Ask(EnumerateCards()).status);
@@ -225,46 +226,46 @@ TEST_F(Misbehaving, CanBeLimitedToTheNextRequests) {
     EXPECT_THAT(statuses, ::testing::ElementsAre(200, 500, 500, 200, 200));
 }
 
-TEST_F(Misbehaving, CanBeLimitedToConnections) {
-    simhost::Misbehaviour misbehaviour = Ways::CloseOnConnect();
-    misbehaviour.times = 1;
-    Server().Misbehave(misbehaviour);
+TEST_F(InjectedFault, CanBeLimitedToConnections) {
+    simhost::Fault fault = Faults::CloseOnConnect();
+    fault.times = 1;
+    Server().InjectFault(fault);
     EXPECT_EQ(RawClient::WithoutTls(Server()).ReceiveAll(), "");
     EXPECT_EQ(Ask(EnumerateCards()).status, 200);
 }
 
-TEST_F(Misbehaving, CanBeLimitedToOneOperationOrClass) {
-    simhost::Misbehaviour misbehaviour = Ways::HttpStatus(500, "Internal Server Error");
-    misbehaviour.only_operation = "associators";
-    Server().Misbehave(misbehaviour);
+TEST_F(InjectedFault, CanBeLimitedToOneOperationOrClass) {
+    simhost::Fault fault = Faults::HttpStatus(500, "Internal Server Error");
+    fault.only_operation = "associators";
+    Server().InjectFault(fault);
     EXPECT_EQ(Ask(EnumerateCards()).status, 200);
     EXPECT_EQ(Ask(AssociateFirstCard()).status, 500);
-    Server().Behave();
-    misbehaviour.only_operation = "";
-    misbehaviour.only_class = "slot";
-    Server().Misbehave(misbehaviour);
+    Server().ClearFaults();
+    fault.only_operation = "";
+    fault.only_class = "slot";
+    Server().InjectFault(fault);
     EXPECT_EQ(Ask(AssociateFirstCard()).status, 200);
     EXPECT_EQ(Ask(Enumerate("root/cimv2", "Slot")).status, 500);
 }
 
-TEST_F(Misbehaving, TheFirstThatFitsApplies) {
-    simhost::Misbehaviour once = Ways::HttpStatus(500, "Internal Server Error");
+TEST_F(InjectedFault, TheFirstThatFitsApplies) {
+    simhost::Fault once = Faults::HttpStatus(500, "Internal Server Error");
     once.times = 1;
-    Server().Misbehave(once);
-    Server().Misbehave(Ways::HttpStatus(503, "Service Unavailable"));
+    Server().InjectFault(once);
+    Server().InjectFault(Faults::HttpStatus(503, "Service Unavailable"));
     EXPECT_EQ(Ask(EnumerateCards()).status, 500);
     EXPECT_EQ(Ask(EnumerateCards()).status, 503);
     EXPECT_EQ(Ask(EnumerateCards()).status, 503);
 }
 
-TEST_F(Misbehaving, WorksOverTlsToo) {
+TEST_F(InjectedFault, WorksOverTlsToo) {
     ServeTls();
     const std::string whole = Good().raw;
-    EXPECT_EQ(AllOfAnswer(Ways::Truncate(200)), whole.substr(0, 200));
-    Server().Behave();
-    EXPECT_EQ(AllOfAnswer(Ways::Close()), "");
-    Server().Behave();
-    EXPECT_EQ(AllOfAnswer(Ways::Reset()), "");
+    EXPECT_EQ(AllOfAnswer(Faults::Truncate(200)), whole.substr(0, 200));
+    Server().ClearFaults();
+    EXPECT_EQ(AllOfAnswer(Faults::Close()), "");
+    Server().ClearFaults();
+    EXPECT_EQ(AllOfAnswer(Faults::Reset()), "");
     EXPECT_EQ(end, End::kReset);
 }
 
@@ -276,7 +277,7 @@ const std::map<std::string, std::string> kTriedAs = {
     {"slow-drip", "slow-drip=3600000"},
 };
 
-class NamedMisbehaviour : public Misbehaving, public ::testing::WithParamInterface<std::string> {
+class NamedFault : public InjectedFault, public ::testing::WithParamInterface<std::string> {
 protected:
     /// What a client receives that sends two requests at once.
     std::string Conversation() {
@@ -297,29 +298,28 @@ protected:
     }
 };
 
-TEST_P(NamedMisbehaviour, HasAnEffect) {
+TEST_P(NamedFault, HasAnEffect) {
     Server();
     const std::string good = Conversation();
     const auto tried = kTriedAs.find(GetParam());
     Serve(Http());
-    Server().Misbehave(Ways::ByName(tried == kTriedAs.end() ? GetParam() : tried->second));
+    Server().InjectFault(Faults::ByName(tried == kTriedAs.end() ? GetParam() : tried->second));
     EXPECT_NE(GetParam() == "slow-drip" ? ConversationUntilAPause() : Conversation(), good);
 }
 
 std::vector<std::string> AllNames() {
     std::vector<std::string> names;
-    for (const Ways::Name& name : Ways::Names()) {
+    for (const Faults::Name& name : Faults::Names()) {
         names.push_back(name.name);
     }
     return names;
 }
 
-INSTANTIATE_TEST_SUITE_P(Each, NamedMisbehaviour, ::testing::ValuesIn(AllNames()),
-                         [](const auto& test) {
-                             std::string name = test.param;
-                             std::ranges::replace(name, '-', '_');
-                             return name;
-                         });
+INSTANTIATE_TEST_SUITE_P(Each, NamedFault, ::testing::ValuesIn(AllNames()), [](const auto& test) {
+    std::string name = test.param;
+    std::ranges::replace(name, '-', '_');
+    return name;
+});
 
 }  // namespace
 

@@ -11,7 +11,7 @@
 namespace simhost {
 
 /// One way to fail, and when. Made by the functions below or by name, then narrowed by its limits.
-struct Misbehaviour {
+struct Fault {
     enum class Kind {
         // Instead of an answer, or of part of it.
         kClose,
@@ -47,55 +47,55 @@ struct Misbehaviour {
     std::string only_operation;  ///< such as "Associators"; empty: any
     std::string only_class;      ///< the enumerated, or the source object's; empty: any
     std::size_t after = 0;       ///< lets so many fitting requests (or connections) pass first
-    std::size_t times = 0;       ///< then applies so many times; 0: until Server::Behave()
+    std::size_t times = 0;       ///< then applies so many times; 0: until Server::ClearFaults()
 };
 
-namespace Misbehaviours {
+namespace Faults {
 
-/// Closes the connection instead of answering; in TLS without saying goodbye.
-Misbehaviour Close();
+/// Closes the connection instead of answering; in TLS without close_notify.
+Fault Close();
 /// The same by TCP reset.
-Misbehaviour Reset();
+Fault Reset();
 /// Never answers and keeps the connection open.
-Misbehaviour Stall();
+Fault Stall();
 /// Sends `bytes` as they are instead of an HTTP answer, then closes.
-Misbehaviour Raw(std::string bytes);
+Fault Raw(std::string bytes);
 /// Sends the answer's first `bytes`, counted from its status line, then closes, or resets.
-Misbehaviour Truncate(std::size_t bytes, bool reset = false);
+Fault Truncate(std::size_t bytes, bool reset = false);
 /// Sends `bytes` of the answer at a time, with a pause after each piece.
-Misbehaviour SlowDrip(std::size_t bytes, std::chrono::milliseconds pause);
+Fault SlowDrip(std::size_t bytes, std::chrono::milliseconds pause);
 
-Misbehaviour CloseOnConnect();
+Fault CloseOnConnect();
 /// Accepts connections and does nothing more, no TLS handshake either.
-Misbehaviour StallOnConnect();
+Fault StallOnConnect();
 /// Sends `bytes` at once on connection, before any TLS, then waits for the peer to close.
-Misbehaviour RawOnConnect(std::string bytes);
+Fault RawOnConnect(std::string bytes);
 
 /// Announces `surplus` bytes more than it sends (fewer when negative), and keeps the connection.
-Misbehaviour WrongLength(std::int64_t surplus);
+Fault WrongLength(std::int64_t surplus);
 /// A CIM error as an ERROR element, in an answer with a Content-Length.
-Misbehaviour CimErrorElement(unsigned code, std::string description);
+Fault CimErrorElement(unsigned code, std::string description);
 /// A CIM error in the trailers of an answer that breaks off in the middle of its XML.
-Misbehaviour CimErrorTrailer(unsigned code, std::string description);
+Fault CimErrorTrailer(unsigned code, std::string description);
 /// Another HTTP status, without a body.
-Misbehaviour HttpStatus(int status, std::string reason, std::string cim_error = {});
+Fault HttpStatus(int status, std::string reason, std::string cim_error = {});
 /// Another Content-Type; an empty one leaves the header out.
-Misbehaviour ContentType(std::string type);
+Fault ContentType(std::string type);
 /// Another CIMOperation header; an empty one leaves it out.
-Misbehaviour OperationHeader(std::string operation);
+Fault OperationHeader(std::string operation);
 /// Another message's ID in the answer.
-Misbehaviour MessageId(std::string id);
+Fault MessageId(std::string id);
 /// Repeats the instances of the answer until it has at least `bytes` bytes, well formed to its end.
-Misbehaviour HugeReply(std::size_t bytes);
+Fault HugeReply(std::size_t bytes);
 /// Closes after every `requests`-th request of a connection, with `Connection: close` or without.
-Misbehaviour CloseEvery(std::size_t requests, bool announced = true);
+Fault CloseEvery(std::size_t requests, bool announced = true);
 
 /// Reads "NAME", "NAME=NUMBER", "NAME=TEXT" or "NAME=NUMBER,TEXT", such as "http-status=503" or
 /// "cim-error-element=1,provider died". Limits stand after the name: "NAME@LIMIT,LIMIT=...", where
 /// LIMIT is "CLASS", "operation:NAME", "after:COUNT" or "times:COUNT", such as
 /// "stall@IBMSG_PCIDevice,times:1". Throws std::invalid_argument with a text that says what to
 /// write instead.
-Misbehaviour ByName(std::string_view text);
+Fault ByName(std::string_view text);
 /// A name that ByName() knows.
 struct Name {
     std::string name;
@@ -104,6 +104,6 @@ struct Name {
 };
 std::vector<Name> Names();
 
-}  // namespace Misbehaviours
+}  // namespace Faults
 
 }  // namespace simhost

@@ -1,4 +1,4 @@
-// Which misbehaviour applies when.
+// Which fault applies when.
 #pragma once
 
 #include <mutex>
@@ -6,27 +6,26 @@
 #include <string>
 #include <vector>
 
-#include "simhost/misbehaviour.h"
+#include "simhost/fault.h"
 
 namespace simhost {
 
 /// Shared by a server's threads.
-class MisbehaviourSchedule {
+class FaultSchedule {
 public:
-    void Add(Misbehaviour misbehaviour);
+    void Add(Fault fault);
     void Clear();
 
     /// The one that applies to this connection or request, which counts towards its limits.
-    std::optional<Misbehaviour> ForConnection();
-    std::optional<Misbehaviour> ForRequest(const std::string& operation,
-                                           const std::string& class_name);
+    std::optional<Fault> ForConnection();
+    std::optional<Fault> ForRequest(const std::string& operation, const std::string& class_name);
 
 private:
     template <class Fits>
-    std::optional<Misbehaviour> FirstThat(Fits fits);
+    std::optional<Fault> FirstThat(Fits fits);
 
     struct Scheduled {
-        Misbehaviour misbehaviour;
+        Fault fault;
         std::size_t fitted = 0;
     };
 

@@ -1,12 +1,12 @@
-// The names of misbehaviours, for command lines and files.
+// The names of faults, for command lines and files.
 #include <charconv>
 #include <optional>
 #include <stdexcept>
 
-#include "simhost/misbehaviour.h"
-#include "simhost/misbehaviour_limits.h"
+#include "simhost/fault.h"
+#include "simhost/fault_limits.h"
 
-namespace simhost::Misbehaviours {
+namespace simhost::Faults {
 
 namespace {
 
@@ -50,7 +50,7 @@ struct Entry {
     const char* name;
     Takes takes;
     const char* meaning;
-    Misbehaviour (*make)(const Parameters&);
+    Fault (*make)(const Parameters&);
 };
 
 const char* StandardReason(std::int64_t status) {
@@ -132,7 +132,7 @@ const Entry kEntries[] = {
 };
 
 [[noreturn]] void Fail(std::string_view text, const std::string& remedy) {
-    throw std::invalid_argument("unknown misbehaviour \"" + std::string(text) + "\": " + remedy);
+    throw std::invalid_argument("unknown fault \"" + std::string(text) + "\": " + remedy);
 }
 
 const Entry& Find(std::string_view name, std::string_view text) {
@@ -178,21 +178,21 @@ Parameters Read(const Entry& entry, std::string_view given, std::string_view tex
 
 }  // namespace
 
-Misbehaviour ByName(std::string_view text) {
+Fault ByName(std::string_view text) {
     const std::string_view name = text.substr(0, text.find_first_of("@="));
     const Entry& entry = Find(name, text);
     const auto equals = text.find('=');
-    Misbehaviour misbehaviour =
+    Fault fault =
         entry.make(equals == std::string_view::npos ? Parameters()
                                                     : Read(entry, text.substr(equals + 1), text));
     const std::string_view before_value = text.substr(0, equals);
     if (before_value != name) {
-        const std::string remedy = ReadLimits(before_value.substr(name.size() + 1), misbehaviour);
+        const std::string remedy = ReadLimits(before_value.substr(name.size() + 1), fault);
         if (!remedy.empty()) {
             Fail(text, remedy);
         }
     }
-    return misbehaviour;
+    return fault;
 }
 
 std::vector<Name> Names() {
@@ -203,4 +203,4 @@ std::vector<Name> Names() {
     return names;
 }
 
-}  // namespace simhost::Misbehaviours
+}  // namespace simhost::Faults
