@@ -149,7 +149,10 @@ std::string RawClient::ReceiveBytes(std::size_t size) {
     return reply.body;
 }
 
-void RawClient::FinishSending() { impl_->socket.shutdown(tcp::socket::shutdown_send); }
+void RawClient::FinishSending() {
+    error_code reset_already;
+    impl_->socket.shutdown(tcp::socket::shutdown_send, reset_already);
+}
 
 std::string RawClient::ReceiveAll() {
     while (ReceiveMore()) {
