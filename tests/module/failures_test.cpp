@@ -6,11 +6,11 @@
 namespace {
 
 using namespace Zentar;
-using simhost::Misbehaviour;
+using simhost::Fault;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
-namespace Faults = simhost::Misbehaviours;
+namespace Faults = simhost::Faults;
 
 class Failures : public support::InventoryTest {
 protected:
@@ -28,9 +28,9 @@ protected:
     }
 
     /// The one failure of reading them while the host has this fault.
-    Failure OfPackagesWith(const Misbehaviour& fault) {
+    Failure OfPackagesWith(const Fault& fault) {
         ServeBuiltin();
-        Server().Misbehave(fault);
+        Server().InjectFault(fault);
         const auto failures = OfPackages();
         return failures.size() == 1 ? failures[0] : Failure();
     }
@@ -59,10 +59,10 @@ TEST_F(Failures, NameWhatWasAskedFor) {
 
 TEST_F(Failures, NameAssociations) {
     ServeBuiltin();
-    Misbehaviour fault = Faults::CimErrorElement(6, "gone");
+    Fault fault = Faults::CimErrorElement(6, "gone");
     fault.only_operation = "Associators";
     fault.times = 1;
-    Server().Misbehave(fault);
+    Server().InjectFault(fault);
     Pciinventory::Pciinfo pci;
     EXPECT_EQ(Host().GetPCIInfo(pci), 0);
     const auto failures = Host().TakeFailures().failures;
@@ -76,14 +76,14 @@ TEST_F(Failures, NameAssociations) {
 
 TEST_F(Failures, AreHandedOutOnce) {
     ServeBuiltin();
-    Server().Misbehave(Faults::HttpStatus(503, "Busy"));
+    Server().InjectFault(Faults::HttpStatus(503, "Busy"));
     EXPECT_EQ(OfPackages().size(), 1U);
     EXPECT_THAT(Host().TakeFailures().failures, IsEmpty());
 }
 
 TEST_F(Failures, OfOneObjectAreNotAnothers) {
     ServeBuiltin();
-    Server().Misbehave(Faults::HttpStatus(503, "Busy"));
+    Server().InjectFault(Faults::HttpStatus(503, "Busy"));
     Agentless::Kalvex other(info);
     EXPECT_EQ(OfPackages().size(), 1U);
     EXPECT_THAT(other.TakeFailures().failures, IsEmpty());
@@ -163,7 +163,7 @@ TEST_F(Failures, KnowConnectionsThatTheCallerCannotHave) {
 
 TEST_F(Failures, KnowTlsThatCannotBeSpoken) {
     ServeBuiltin(simhost::ServerOptions());
-    Server().Misbehave(Faults::RawOnConnect("SSH-2.0-OpenSSH_9.2\r\n"));
+    Server().InjectFault(Faults::RawOnConnect("SSH-2.0-OpenSSH_9.2\r\n"));
     Agentless::Kalvex host(info);
     const auto failures = host.TakeFailures().failures;
     ASSERT_FALSE(failures.empty());
@@ -194,7 +194,7 @@ TEST_F(Failures, KnowAHostThatHangsUp) {
 
 struct Case {
     const char* name;
-    Misbehaviour fault;
+    Fault fault;
     FailureKind kind;
     std::int32_t code = 0;
 };

@@ -4,12 +4,12 @@
 namespace {
 
 using namespace Zentar;
-using simhost::Misbehaviour;
+using simhost::Fault;
 using support::ClosedPort;
 using support::TakePauses;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-namespace Faults = simhost::Misbehaviours;
+namespace Faults = simhost::Faults;
 using namespace std::chrono_literals;
 
 class Options : public support::InventoryTest {
@@ -69,7 +69,7 @@ TEST_F(Options, BoundARequest) {
     Serve(simhost::HostDescription::Builtin(), Http());
     options.request_limit = 50ms;
     auto host = Construct();
-    Server().Misbehave(Faults::Stall());
+    Server().InjectFault(Faults::Stall());
     EXPECT_EQ(ReadPackages(host), 1);
     const auto failures = host.TakeFailures().failures;
     ASSERT_EQ(failures.size(), 1U);
@@ -81,7 +81,7 @@ TEST_F(Options, BoundAnAnswerThatDrips) {
     Serve(simhost::HostDescription::Builtin(), Http());
     options.request_limit = 50ms;
     auto host = Construct();
-    Server().Misbehave(Faults::SlowDrip(1, 5ms));
+    Server().InjectFault(Faults::SlowDrip(1, 5ms));
     EXPECT_EQ(ReadPackages(host), 1);
     const auto failures = host.TakeFailures().failures;
     ASSERT_EQ(failures.size(), 1U);
@@ -91,7 +91,7 @@ TEST_F(Options, BoundAnAnswerThatDrips) {
 
 TEST_F(Options, BoundTheHandshake) {
     Serve(simhost::HostDescription::Builtin(), simhost::ServerOptions());
-    Server().Misbehave(Faults::StallOnConnect());
+    Server().InjectFault(Faults::StallOnConnect());
     options.connect_attempts = 1;
     options.connect_limit = 50ms;
     auto host = Construct();
@@ -105,7 +105,7 @@ TEST_F(Options, BoundTheWholeObject) {
     Serve(simhost::HostDescription::Builtin(), Http());
     options.deadline = 200ms;
     auto host = Construct();
-    Server().Misbehave(Faults::Stall());
+    Server().InjectFault(Faults::Stall());
     EXPECT_EQ(ReadPackages(host), 1);
     const auto requests = Server().counters().requests;
     EXPECT_EQ(ReadEvents(host), 1);
@@ -125,12 +125,12 @@ TEST_F(Options, GiveUpAHostThatDiesBehindManyDevices) {
     options.connect_attempts = 2;
     auto host = Construct();
     // The first question for a device's slot ends the host for good.
-    Misbehaviour dies = Faults::CimErrorElement(1, "dying");
+    Fault dies = Faults::CimErrorElement(1, "dying");
     dies.only_operation = "Associators";
-    Server().Misbehave(dies);
-    Misbehaviour gone = Faults::CloseOnConnect();
+    Server().InjectFault(dies);
+    Fault gone = Faults::CloseOnConnect();
     gone.after = 1;  // the connection of the PCI inventory
-    Server().Misbehave(gone);
+    Server().InjectFault(gone);
     Pciinventory::Pciinfo pci;
     EXPECT_EQ(host.GetPCIInfo(pci), 0);
     EXPECT_EQ(pci.devices_.size(), 40U);
@@ -182,7 +182,7 @@ TEST_F(Options, GiveUpAfterTwoRequestsThatTimedOut) {
     options.give_up = true;
     options.request_limit = 50ms;
     auto host = Construct();
-    Server().Misbehave(Faults::Stall());
+    Server().InjectFault(Faults::Stall());
     EXPECT_EQ(ReadPackages(host), 1);
     EXPECT_EQ(ReadPackages(host), 1);
     EXPECT_EQ(ReadPackages(host), 1);
