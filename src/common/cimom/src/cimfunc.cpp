@@ -75,6 +75,7 @@ public:
     explicit PasswordText(const std::string& password) {
         try {
             text_ = ToCimString(password);
+            text_.getChar16Data();  // so that overwriting the units needs no memory
         } catch (const Pegasus::Exception&) {
             // Its message repeats the text, and is going to be logged.
             throw Pegasus::Exception("The password is not valid UTF-8.");
