@@ -116,6 +116,15 @@ void Session::Reopen(const Limit& limit) {
     Open(own.deadline < limit.deadline ? own : limit);
 }
 
+bool Session::IsStale() {
+    try {
+        return connection_->IsStale();
+    } catch (...) {
+        connection_.reset();
+        throw;
+    }
+}
+
 /// A reply, and what reading its body threw.
 struct Session::Answer {
     HttpReply reply;
@@ -127,7 +136,7 @@ bool Session::Exchange(const Operation& operation, const BodyReader& read_body) 
         throw Pegasus::NotConnectedException();
     }
     const Limit limit = FromNow(timeout_);
-    if (!connection_ || connection_->IsStale()) {
+    if (!connection_ || IsStale()) {
         Reopen(limit);
     }
     Answer answer = SendUntilAnswered(operation, read_body, limit);
@@ -191,7 +200,7 @@ std::optional<Session::Answer> Session::SendOnce(const Operation& operation,
         }
         throw;
     } catch (...) {
-        connection_.reset();  // it may be in the middle of a reply
+        connection_.reset();  // in the middle of an exchange, such as when memory has run out
         throw;
     }
 }
@@ -232,7 +241,8 @@ void SkipBody(ReplyReader& reader, HttpReply& reply) {
 
 }  // namespace
 
-/// What `read_body` throws by itself is kept for later; failures of the connection are thrown on.
+/// What `read_body` finds wrong is kept for later; failures of the connection and of memory are
+/// thrown on.
 Session::Answer Session::Receive(ReplyReader& reader, const BodyReader& read_body) {
     Answer answer{reader.ReadHead(), nullptr};
     if (answer.reply.status != 200) {
@@ -249,7 +259,7 @@ Session::Answer Session::Receive(ReplyReader& reader, const BodyReader& read_bod
     };
     try {
         read_body(next);
-    } catch (...) {
+    } catch (const Pegasus::Exception&) {
         if (broken) {
             throw;
         }

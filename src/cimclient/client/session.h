@@ -50,6 +50,7 @@ private:
     Limit FromNow(std::chrono::milliseconds time) const;
     void Open(const Limit& limit);
     void Reopen(const Limit& limit);
+    bool IsStale();
     struct Answer;
     Answer SendUntilAnswered(const Operation& operation, const BodyReader& read_body,
                              const Limit& limit);
