@@ -157,6 +157,48 @@ TEST_F(ComputerSystemQuery, SplitsModelAndSerialNumberAtTheFirstColon) {
     EXPECT_EQ(record.serial_number_, "B:C");
 }
 
+TEST_F(ComputerSystemQuery, CutsAProductNameAtItsFirstColon) {
+    EXPECT_EQ(ReadSystem(R"(["CIM:ProductName"])", R"(["Server X:Y:Z"])").product_name_,
+              "Server X");
+}
+
+TEST_F(ComputerSystemQuery, TakesAProductNameWithoutColonWhole) {
+    EXPECT_EQ(ReadSystem(R"(["CIM:ProductName"])", R"(["Server X"])").product_name_, "Server X");
+}
+
+TEST_F(ComputerSystemQuery, TakesAUuidWithColonsWhole) {
+    EXPECT_EQ(ReadSystem(R"(["CIM:GUID"])", R"(["0011:AABB:22"])").uuid_, "0011:AABB:22");
+}
+
+TEST_F(ComputerSystemQuery, ReadsTheFirstSystemOnly) {
+    HostBuilder host;
+    Serve(host.Class(kHardwareNamespace, "IBM_ComputerSystem", kSystemProperties,
+                     R"([{"Name": "a", "IdentifyingDescriptions": ["CIM:GUID"],
+                          "OtherIdentifyingInfo": ["first"]},
+                         {"Name": "b", "IdentifyingDescriptions": ["CIM:GUID", "CIM:ProductName"],
+                          "OtherIdentifyingInfo": ["second", "Server X"]}])"));
+    ComputerSystem record;
+    EXPECT_EQ(Worker().GetComputerSystem(record), 0);
+    EXPECT_EQ(record.uuid_, "first");
+    EXPECT_EQ(record.product_name_, "");
+}
+
+TEST_F(ComputerSystemQuery, SucceedsWithoutAnySystem) {
+    for (const bool has_chassis : {true, false}) {
+        HostBuilder host;
+        if (has_chassis) {
+            AddChassis(host, kContoso);
+        }
+        Serve(host.Class(kHardwareNamespace, "IBM_ComputerSystem", kSystemProperties));
+        ComputerSystem record;
+        record.uuid_ = "before";
+        Zentar::Agentless::KalvexCim worker(info);
+        EXPECT_EQ(worker.GetComputerSystem(record), 0);
+        EXPECT_EQ(record.manufacturer_, has_chassis ? "Contoso" : "");
+        EXPECT_EQ(record.uuid_, "before");
+    }
+}
+
 TEST_F(ComputerSystemQuery, LetsALaterDescriptionOverwriteAnEarlierOne) {
     const ComputerSystem record =
         ReadSystem(R"(["CIM:GUID", "CIM:GUID"])", R"(["first", "second"])");
@@ -169,53 +211,72 @@ TEST_F(ComputerSystemQuery, MatchesDescriptionsExactly) {
     EXPECT_EQ(record.uuid_, "");
 }
 
-TEST_F(ComputerSystemQuery, TakesNothingFromArraysOfDifferentLength) {
-    const ComputerSystem record =
-        ReadSystem(R"(["CIM:GUID", "CIM:ProductName", "CIM:Model:SerialNumber"])",
-                   R"(["0011", "Server X", "ABC:1234", "d"])");
+/// Pairs of arrays that give nothing: of different length, empty, or NULL.
+class UnequalIdentifyingInfo
+    : public ComputerSystemQuery,
+      public ::testing::WithParamInterface<std::pair<const char*, const char*>> {};
+
+TEST_P(UnequalIdentifyingInfo, GivesNothingAndIsTraced) {
+    const ComputerSystem record = ReadSystem(GetParam().first, GetParam().second);
     EXPECT_EQ(record.product_name_ + record.uuid_ + record.model_ + record.serial_number_, "");
     EXPECT_EQ(log.Texts(4).back(),
               "IBMComputerSystem Class IdentifyingDescriptions and OtherIdentifyingInfo array "
               "size don't equal.");
+    EXPECT_THAT(log.Texts(1), IsEmpty());
 }
 
-TEST_F(ComputerSystemQuery, TakesNothingFromEmptyArrays) {
-    const ComputerSystem record = ReadSystem("[]", "[]");
-    EXPECT_EQ(record.uuid_, "");
-    EXPECT_EQ(log.Texts(4).back(),
-              "IBMComputerSystem Class IdentifyingDescriptions and OtherIdentifyingInfo array "
-              "size don't equal.");
-}
+INSTANTIATE_TEST_SUITE_P(
+    ComputerSystemQuery, UnequalIdentifyingInfo,
+    ::testing::Values(std::pair(R"(["CIM:GUID", "CIM:ProductName", "CIM:Model:SerialNumber"])",
+                                R"(["0011", "Server X", "ABC:1234", "d"])"),
+                      std::pair(R"(["CIM:GUID", "CIM:ProductName"])", R"(["0011"])"),
+                      std::pair("[]", "[]"), std::pair("[]", R"(["0011"])"),
+                      std::pair(R"(["CIM:GUID"])", "[]"), std::pair("null", "null"),
+                      std::pair("null", R"(["0011"])"), std::pair(R"(["CIM:GUID"])", "null")));
 
-TEST_F(ComputerSystemQuery, PassesSilentlyOverASystemWithoutIdentifyingInfo) {
-    HostBuilder host;
-    AddChassis(host, kContoso)
-        .Class(kHardwareNamespace, "IBM_ComputerSystem", kSystemProperties,
-               R"([{"Name": "imm", "IdentifyingDescriptions": ["CIM:GUID"]}])");
-    Serve(host);
-    ComputerSystem record;
-    EXPECT_EQ(Worker().GetComputerSystem(record), 0);
-    EXPECT_EQ(log.Texts(4).back(), "==========Version is : ============07");
-}
+/// The types and values of IdentifyingDescriptions and OtherIdentifyingInfo.
+struct OddIdentifyingInfo {
+    const char* description_type;
+    const char* descriptions;
+    const char* info_type;
+    const char* infos;
+    const char* last_trace;
+};
 
-TEST_F(ComputerSystemQuery, PassesSilentlyOverIdentifyingInfoThatIsNoStringArray) {
-    for (const char* type : {"string", "uint16[]"}) {
+constexpr const char* kLastOfChassis = "==========Version is : ============07";
+constexpr const char* kFound =
+    "IBMComputerSystem Class IdentifyingDescriptions and OtherIdentifyingInfo found.";
+
+TEST_F(ComputerSystemQuery, PassesSilentlyOverIdentifyingInfoThatIsMissingOrNoStringArray) {
+    const OddIdentifyingInfo cases[] = {
+        {"string[]", R"(["CIM:GUID"])", nullptr, nullptr, kLastOfChassis},
+        {nullptr, nullptr, "string[]", R"(["a"])", kLastOfChassis},
+        {"string", R"("CIM:GUID")", "string[]", R"(["a"])", kFound},
+        {"uint16[]", "[1]", "string[]", R"(["a"])", kFound},
+        {"string[]", R"(["CIM:GUID"])", "string", R"("a")", kFound},
+        {"string[]", R"(["CIM:GUID"])", "uint16[]", "[1]", kFound},
+        {"string", R"("CIM:GUID")", "string", R"("a")", kFound},
+    };
+    for (const OddIdentifyingInfo& odd : cases) {
+        std::string types = R"({"Name": "string")";
+        std::string instance = R"([{"Name": "imm")";
+        const auto add = [&](const std::string& name, const char* type, const char* value) {
+            if (type != nullptr) {
+                types += ", \"" + name + "\": \"" + type + "\"";
+                instance += ", \"" + name + "\": " + value;
+            }
+        };
+        add("IdentifyingDescriptions", odd.description_type, odd.descriptions);
+        add("OtherIdentifyingInfo", odd.info_type, odd.infos);
+        SCOPED_TRACE(instance);
         HostBuilder host;
-        const std::string value = std::string(type) == "string" ? R"("CIM:GUID")" : "[1]";
-        AddChassis(host, kContoso)
-            .Class(kHardwareNamespace, "IBM_ComputerSystem",
-                   R"({"Name": "string", "IdentifyingDescriptions": ")" + std::string(type) +
-                       R"(", "OtherIdentifyingInfo": "string[]"})",
-                   R"([{"Name": "imm", "IdentifyingDescriptions": )" + value +
-                       R"(, "OtherIdentifyingInfo": ["a"]}])");
-        Serve(host);
+        Serve(AddChassis(host, kContoso)
+                  .Class(kHardwareNamespace, "IBM_ComputerSystem", types + "}", instance + "}]"));
         ComputerSystem record;
         Zentar::Agentless::KalvexCim worker(info);
-        EXPECT_EQ(worker.GetComputerSystem(record), 0) << type;
+        EXPECT_EQ(worker.GetComputerSystem(record), 0);
         EXPECT_EQ(record.uuid_, "");
-        EXPECT_EQ(log.Texts(4).back(),
-                  "IBMComputerSystem Class IdentifyingDescriptions and OtherIdentifyingInfo "
-                  "found.");
+        EXPECT_EQ(log.Texts(4).back(), odd.last_trace);
         EXPECT_THAT(log.Texts(1), IsEmpty());
     }
 }

@@ -78,6 +78,23 @@ TEST_F(HypervisorQuery, EmptiesAllFieldsWhenThereIsNoInstance) {
               "");
 }
 
+TEST_F(HypervisorQuery, TakesNothingFromTheChassisReadBefore) {
+    HostBuilder host;
+    host.Class("root/cimv2", "OMC_Chassis", R"({"Tag": "string", "Manufacturer": "string"})",
+               R"([{"Tag": "1", "Manufacturer": "Contoso"}])");
+    for (const char* instances : {R"([{"InstanceID": "a", "Name": "VMware ESXi"}])", "[]"}) {
+        HostBuilder with_hypervisor = host;
+        Serve(with_hypervisor.Class("root/cimv2", kClass, kProperties, instances));
+        Zentar::Agentless::KalvexCim worker(info);
+        Zentar::ZentarAgentless::ComputerSystem system;
+        EXPECT_EQ(worker.GetComputerSystem(system), 0);
+        EXPECT_EQ(system.manufacturer_, "Contoso");
+        OperationSystem record;
+        EXPECT_EQ(worker.GetOperationSystem(record), 0);
+        EXPECT_EQ(record.manufacturer, "");
+    }
+}
+
 TEST_F(HypervisorQuery, LeavesTheRecordAloneWhenTheClassIsMissing) {
     Serve(HostBuilder());
     OperationSystem record{"a", "b", "c", "d", "e"};

@@ -22,8 +22,10 @@ constexpr const char* kDevicePath = "IBMSG_PCIDevice.DeviceID=\"pci0\"";
 constexpr const char* kSlot1Path = "IBMSG_SystemSlot.Tag=\"slot1\"";
 constexpr const char* kSlot2Path = "IBMSG_SystemSlot.Tag=\"slot2\"";
 constexpr const char* kBoardPath = "IBMSG_SystemBoard.Tag=\"board\"";
+constexpr const char* kRiserPath = "IBMSG_SystemBoard.Tag=\"riser\"";
+constexpr const char* kBridgePath = "IBMSG_PCIBridge.DeviceID=\"br0\"";
 
-/// The provider's classes, filled with one device, one bridge, two slots and a board.
+/// The provider's classes, filled with one device, one bridge, two slots and two boards.
 class PciInventory : public support::InventoryTest {
 protected:
     PciInventory() {
@@ -40,7 +42,8 @@ protected:
                    R"([{"DeviceID": "br0", "ClassCode": 6, "Description": "Root port",
                         "Location": "Bus 0 Dev 1"}])")
             .Class(kNs, "IBMSG_SystemBoard", R"({"Tag": "string", "SlotAllInfo": "string"})",
-                   R"([{"Tag": "board", "SlotAllInfo": "On System Board"}])");
+                   R"([{"Tag": "board", "SlotAllInfo": "On System Board"},
+                       {"Tag": "riser", "SlotAllInfo": "On Riser Board"}])");
     }
 
     void AddSlots() {
@@ -126,6 +129,23 @@ TEST_F(PciInventory, ADeviceOnBoardTakesTheBoardsText) {
     AddSlots();
     Associate("IBMSG_OnBoardDevice", kBoardPath);
     EXPECT_EQ(ReadAll().devices_.at(0).slot_all_info_, "On System Board");
+}
+
+TEST_F(PciInventory, ADeviceOnTwoBoardsTakesTheFirst) {
+    AddSlots();
+    Associate("IBMSG_OnBoardDevice", kBoardPath);
+    Associate("IBMSG_OnBoardDevice", kRiserPath);
+    EXPECT_EQ(ReadAll().devices_.at(0).slot_all_info_, "On System Board");
+}
+
+TEST_F(PciInventory, ASlotWithoutTextTakesNothingFromTheOneBefore) {
+    host.Class(kNs, "IBMSG_SystemSlot", R"({"Tag": "string", "SlotAllInfo": "string"})",
+               R"([{"Tag": "slot1", "SlotAllInfo": "Slot 1"}, {"Tag": "slot2"}])");
+    Associate("IBMSG_DeviceInSlot", kSlot1Path);
+    Associate("IBMSG_DeviceInSlot", kSlot2Path, kBridgePath);
+    const Pciinfo pci = ReadAll();
+    EXPECT_EQ(pci.devices_.at(0).slot_all_info_, "Slot 1");
+    EXPECT_EQ(pci.bridges_.at(0).slot_all_info_, "");
 }
 
 TEST_F(PciInventory, ADeviceWithoutAssociationHasNoPlace) {
