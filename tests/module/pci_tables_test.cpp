@@ -55,7 +55,8 @@ TEST(PciTables, BaseClassesHaveWordsFrom0To255) {
 }
 
 TEST(PciTables, OtherClassCodesHaveNoWord) {
-    for (const char* code : {"256", "-1", "", "  ", "abc", "99999999999", "-99999999999"}) {
+    for (const char* code :
+         {"256", "-1", "", "  ", "abc", "4294967298", "99999999999", "-99999999999"}) {
         EXPECT_EQ(PciBaseClassWord(code), std::nullopt) << code;
     }
 }
@@ -212,6 +213,17 @@ TEST(PciTables, UsagesAndVoltagesAreIndexedByTheirNumber) {
     ExpectWords(
         DecodeVccMixedVoltageSupport,
         {{"0", "Unknown"}, {"1", "Other"}, {"2", "3.3V"}, {"3", "5V"}, {"", "Unknown"}, {"4", ""}});
+}
+
+TEST(PciTables, IndexesBeyond32BitsAreTheLowOnes) {
+    ExpectWords(DecodeSlotLength, {{"4294967300", "Long"},
+                                   {"-4294967292", "Long"},
+                                   {"2147483652", ""},
+                                   {"99999999999999999999", ""},
+                                   {"-99999999999999999999", "Reserved"}});
+    ExpectWords(DecodeMaxDataWidth, {{"4294967297", "Other"}, {"4294967296", ""}});
+    ExpectWords(DecodeCurrentUsage, {{"4294967300", "In use"}});
+    ExpectWords(DecodeVccMixedVoltageSupport, {{"4294967299", "5V"}});
 }
 
 TEST(LeadingNumber, ReadsUpToTheFirstOtherCharacter) {

@@ -41,6 +41,16 @@ constexpr StateWords kStateWords[] = {
     {"Enabled", "Unknown", "Unknown", "Unknown", ""},
     {" 3", "Disabled", "Disabled", "Disabled", "Disabled"},
     {"2 3 6", "Enabled", "Enabled", "Enabled", "Enabled"},
+    // Beyond 32 bits the low ones count, beyond 64 bits those of the nearest number.
+    {"4294967298", "Enabled", "Enabled", "Enabled", "Enabled"},
+    {"-4294967293", "Disabled", "Disabled", "Disabled", "Disabled"},
+    {"4294967295", "", "", "DMTF Reserved", ""},
+    {"2147483648", "", "", "DMTF Reserved", ""},
+    {"-2147483649", "", "", "DMTF Reserved", "DMTF Reserved"},
+    {"9223372036854775807", "", "", "DMTF Reserved", ""},
+    {"99999999999999999999", "", "", "DMTF Reserved", ""},
+    {"-9223372036854775808", "Unknown", "Unknown", "Unknown", ""},
+    {"-99999999999999999999", "Unknown", "Unknown", "Unknown", ""},
 };
 
 TEST(StateDecoders, GiveTheWordOfEachCode) {
@@ -57,6 +67,7 @@ TEST(StateDecoders, NameOnlyTheIpInterfaceTypes) {
     EXPECT_EQ(GetProtocolIFType("4096"), "IPv4");
     EXPECT_EQ(GetProtocolIFType("4097"), "IPv6");
     EXPECT_EQ(GetProtocolIFType("4098"), "IPv4/v6");
+    EXPECT_EQ(GetProtocolIFType("4294971392"), "IPv4");  // beyond 32 bits the low ones count
     for (const char* code : {"0", "1", "6", "4095", "4099", "-4096", ""}) {
         EXPECT_EQ(GetProtocolIFType(code), "") << code;
     }
