@@ -170,6 +170,28 @@ TEST_F(Facade, BuildsNoResultLinesBelowLevelThree) {
     EXPECT_THAT(log.Texts(3), IsEmpty());
 }
 
+TEST_F(Facade, AsksForTheLevelAgainBeforeEachField) {
+    HostBuilder host;
+    Serve(host.Class("root/cimv2", "VMware_EthernetPort",
+                     R"({"DeviceID": "string", "Name": "string", "NetworkAddresses": "string[]"})",
+                     R"([{"DeviceID": "a", "Name": "vmnic0", "NetworkAddresses": ["02:00"]},
+                         {"DeviceID": "b", "Name": "vmnic1"}])"));
+    Host();
+    std::vector<std::string> texts;
+    Zentar::SetLogSink([&](const Zentar::LogMessage& message) {
+        if (message.file == "kalvex.cpp") {
+            texts.push_back(message.text);
+        }
+        if (message.text == "network_addresses_:02:00") {
+            Zentar::SetMinLogLevel(2);
+        }
+    });
+    std::vector<Zentar::ZentarAgentless::PhysicalPort> ports;
+    EXPECT_EQ(Host().GetEthernetPorts(ports), 0);
+    EXPECT_THAT(texts, ElementsAre("The size of VMware_EthernetPort log is:2", "name_:vmnic0",
+                                   "network_addresses_:02:00"));
+}
+
 TEST_F(Facade, FailsWhenTheConnectionToReplaceIsGone) {
     Serve(HostBuilder());
     Zentar::Pciinventory::Pciinfo pci;
