@@ -1,4 +1,6 @@
 #include "common/cimom/src/cimfunc.h"
+#include "common/log/log_control.h"
+#include "support/client_sockets.h"
 #include "support/inventory_test.h"
 
 namespace {
@@ -62,25 +64,65 @@ TEST_F(Connection, IsMadeForTheCimCasesOnly) {
     EXPECT_EQ(Server().counters().connections, 3U);
 }
 
-TEST_F(Connection, OfAnInvalidTypeKeepsAnUnconnectedClient) {
-    Serve(HostBuilder());
-    info.connection_type = 2;
-    CimConnection connection = Connect();
-    EXPECT_NE(connection.client, nullptr);
-    const auto invalid =
-        Joined({ConnectionAttemptLog(), {"1 cimfunc.cpp Invalid connection type: 2"}});
-    EXPECT_THAT(log.Messages(), ElementsAreArray(invalid));
-    log.Clear();
-    EXPECT_EQ(Zentar::ConnectCimServer(connection), Zentar::kCimOk);
-    EXPECT_THAT(log.Messages(), ElementsAreArray(invalid));
-    EXPECT_EQ(Server().counters().connections, 0U);
+/// Neither HTTP nor HTTPS.
+class ConnectionOfAnInvalidType : public Connection, public ::testing::WithParamInterface<int> {
+protected:
+    ConnectionOfAnInvalidType() {
+        info.port = ClosedPort();
+        info.connection_type = GetParam();
+    }
+    /// An attempt would have failed and been followed by a pause.
+    ~ConnectionOfAnInvalidType() override { EXPECT_THAT(TakePauses(), IsEmpty()); }
+    /// What each attempt to connect logs.
+    std::vector<std::string> InvalidTypeLog() const {
+        return Joined({ConnectionAttemptLog(),
+                       {"1 cimfunc.cpp Invalid connection type: " + std::to_string(GetParam())}});
+    }
+};
 
-    Pegasus::Array<Pegasus::CIMInstance> instances;
-    EXPECT_EQ(Zentar::GetCIMArrayFromEnumerateInstances(Pegasus::CIMName("OMC_Chassis"), connection,
-                                                        instances, 300000),
-              Zentar::kCimFailed);
-    EXPECT_EQ(log.Texts(1).back(), "Enumerate instances failed with the reason: not connected");
+TEST_P(ConnectionOfAnInvalidType, SucceedsAndKeepsAnUnconnectedClient) {
+    CimConnection connection = Connect();
+    ASSERT_NE(connection.client, nullptr);
+    EXPECT_EQ(connection.client->getTimeout(), 2400000U);
+    EXPECT_THAT(log.Messages(), ElementsAreArray(InvalidTypeLog()));
+    for (const auto connect : {Zentar::ConnectCimServer, Zentar::ReconnectCimServer}) {
+        log.Clear();
+        EXPECT_EQ(connect(connection), Zentar::kCimOk);
+        EXPECT_NE(connection.client, nullptr);
+        EXPECT_THAT(log.Messages(), ElementsAreArray(InvalidTypeLog()));
+    }
 }
+
+TEST_P(ConnectionOfAnInvalidType, FailsAtEachEnumerationAndKeepsItsClient) {
+    CimConnection connection = Connect();
+    const Pegasus::CIMClient* const client = connection.client;
+    Pegasus::Array<Pegasus::CIMInstance> instances;
+    for (int request = 0; request < 2; ++request) {
+        log.Clear();
+        EXPECT_EQ(Zentar::GetCIMArrayFromEnumerateInstances(Pegasus::CIMName("OMC_Chassis"),
+                                                            connection, instances, 300000),
+                  Zentar::kCimFailed);
+        EXPECT_THAT(log.Texts(1),
+                    ElementsAre("Enumerate instances failed with the reason: not connected"));
+        EXPECT_EQ(connection.client, client);
+    }
+}
+
+TEST_P(ConnectionOfAnInvalidType, FailsAtEachAssociationAndMakesAnotherClient) {
+    CimConnection connection = Connect();
+    Pegasus::Array<Pegasus::CIMObject> objects;
+    log.Clear();
+    EXPECT_EQ(Zentar::GetCIMArrayFromAssociators(
+                  Pegasus::CIMObjectPath(Pegasus::String("Device.Id=\"d\"")),
+                  Pegasus::CIMName("DeviceInSlot"), Pegasus::CIMName("Slot"), connection, objects),
+              Zentar::kCimFailed);
+    EXPECT_THAT(log.Texts(1),
+                ElementsAre("Enumerate associators failed with the reason: not connected",
+                            "Invalid connection type: " + std::to_string(GetParam())));
+    EXPECT_NE(connection.client, nullptr);
+}
+
+INSTANTIATE_TEST_SUITE_P(Type, ConnectionOfAnInvalidType, ::testing::Values(2, -1));
 
 TEST_F(Connection, ToARefusingHostTakesThreeAttemptsAndThreePauses) {
     info.port = ClosedPort();
@@ -139,6 +181,21 @@ TEST_F(Connection, NeverLogsThePassword) {
             EXPECT_THAT(message, Not(HasSubstr("very-long-password")));
         }
     }
+}
+
+TEST_F(Connection, EndsBeforeAReconnectBegins) {
+    Serve(HostBuilder());
+    std::vector<std::size_t> sockets_before_connecting;
+    Zentar::SetLogSink([&](const Zentar::LogMessage& message) {
+        if (message.text.starts_with("Connecting to ")) {
+            sockets_before_connecting.push_back(support::SocketsConnectedTo(info.port));
+        }
+    });
+    CimConnection connection = Connect();
+    EXPECT_EQ(support::SocketsConnectedTo(info.port), 1U);
+    EXPECT_EQ(Zentar::ReconnectCimServer(connection), Zentar::kCimOk);
+    EXPECT_EQ(support::SocketsConnectedTo(info.port), 1U);
+    EXPECT_THAT(sockets_before_connecting, ElementsAre(0, 0));
 }
 
 TEST_F(Connection, IsReplacedByAReconnect) {

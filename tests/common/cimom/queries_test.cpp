@@ -139,6 +139,16 @@ TEST_F(Queries, AnUnknownNamespaceIsToldFromOtherFailuresAfterAReconnect) {
                ConnectionLog()});
 }
 
+TEST_F(Queries, AnUnknownNamespaceIsReportedEvenWhenTheReconnectFails) {
+    Serve(host);
+    CimConnection& connection = ConnectTo("root/other");
+    connection.info.port = support::ClosedPort();
+    EXPECT_EQ(Enumerate(connection, "Device"), 6);
+    EXPECT_EQ(connection.client, nullptr);
+    EXPECT_EQ(instances.size(), 1U);
+    EXPECT_THAT(support::TakePauses(), ElementsAre(10000, 10000, 10000));
+}
+
 TEST_F(Queries, AnUnknownClassFailsAfterAReconnect) {
     Serve(host);
     EXPECT_EQ(Enumerate(ConnectTo("root/cimv2"), "Nothing"), 1);
