@@ -119,25 +119,31 @@ TEST_F(Options, BoundTheWholeObject) {
     EXPECT_EQ(failures[1].class_name, "OMC_IpmiLogRecord");
 }
 
-TEST_F(Options, GiveUpAHostThatDiesBehindManyDevices) {
-    Serve(simhost::HostDescription::Builtin(), Http());
+TEST_F(Options, GiveUpAHostThatDiesAfterItsDevices) {
+    Serve(simhost::HostDescription::Builtin(), simhost::ServerOptions());
     options.give_up = true;
     options.connect_attempts = 2;
     auto host = Construct();
-    // The first question for a device's slot ends the host for good.
+    // The first question for a device's slot is the last that is answered.
     Fault dies = Faults::CimErrorElement(1, "dying");
     dies.only_operation = "Associators";
     Server().InjectFault(dies);
     Fault gone = Faults::CloseOnConnect();
     gone.after = 1;  // the connection of the PCI inventory
+    EXPECT_EQ(Server().counters().connections, 2U);
     Server().InjectFault(gone);
     Pciinventory::Pciinfo pci;
     EXPECT_EQ(host.GetPCIInfo(pci), 0);
     EXPECT_EQ(pci.devices_.size(), 40U);
     EXPECT_THAT(pci.bridges_, IsEmpty());
+    EXPECT_THAT(TakePauses(), ElementsAre(10000, 10000)) << "for the first device alone";
     const auto failures = host.TakeFailures().failures;
-    ASSERT_GE(failures.size(), 3U);
+    ASSERT_EQ(failures.size(), 2U + 39 + 2) << "the rest of the devices, bridges and slots";
     EXPECT_EQ(failures[0].kind, FailureKind::kCimError);
+    EXPECT_EQ(failures[1].kind, FailureKind::kTlsFailed);
+    EXPECT_TRUE(failures[1].was_asked);
+    EXPECT_EQ(failures[2].kind, FailureKind::kTlsFailed);
+    EXPECT_FALSE(failures[2].was_asked);
 }
 
 TEST_F(Options, OfferRefusedCredentialsOnce) {

@@ -57,8 +57,9 @@ using recorded_access::Narrow;
 using recorded_access::Record;
 
 CimConnection::CimConnection(const Pegasus::CIMNamespaceName& ns_,
-                             const ZentarConnection::ConnectionInfo& info_)
-    : ns(ns_), info(info_) {
+                             const ZentarConnection::ConnectionInfo& info_,
+                             const std::shared_ptr<HostAccess>& access_)
+    : ns(ns_), info(info_), access(access_) {
     Record("connect", *this);
 }
 
@@ -80,15 +81,17 @@ int GetCIMArrayFromAssociators(Pegasus::CIMObjectPath source, Pegasus::CIMName a
     return Give(Narrow(association_class), objects);
 }
 
-void GetPropertiesFromInstance(const Pegasus::CIMInstance& instance, PropertyMap& properties) {
+void GetPropertiesFromInstance(const Pegasus::CIMInstance& instance, PropertyMap& properties,
+                               HostAccess*) {
     PropertyReader(properties).Read(instance);
 }
 
-void GetPropertiesFromObject(const Pegasus::CIMObject& object, PropertyMap& properties) {
+void GetPropertiesFromObject(const Pegasus::CIMObject& object, PropertyMap& properties,
+                             HostAccess*) {
     PropertyReader(properties).Read(object);
 }
 
-PropertyReader::PropertyReader(PropertyMap& properties) {
+PropertyReader::PropertyReader(PropertyMap& properties, HostAccess* access) : access_(access) {
     for (auto& [name, text] : properties) {
         wanted_.push_back({name, text, {}});
     }
