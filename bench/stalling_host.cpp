@@ -13,17 +13,19 @@ namespace bench {
 
 namespace {
 
-sockaddr_in Loopback(std::uint16_t port) {
+constexpr const char* kLoopback = "127.0.0.1";
+
+sockaddr_in AddressOf(const char* text, std::uint16_t port) {
     sockaddr_in address{};
     address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    inet_pton(AF_INET, text, &address.sin_addr);
     address.sin_port = htons(port);
     return address;
 }
 
 /// The port that it listens on.
-std::uint16_t Listen(int socket, int backlog) {
-    sockaddr_in address = Loopback(0);
+std::uint16_t Listen(int socket, const char* at, int backlog) {
+    sockaddr_in address = AddressOf(at, 0);
     socklen_t size = sizeof address;
     auto* const generic = reinterpret_cast<sockaddr*>(&address);
     if (bind(socket, generic, size) != 0 || listen(socket, backlog) != 0 ||
@@ -46,7 +48,7 @@ int SocketOfSmallBuffer() {
 StallingHost::StallingHost(Act act)
     : act_(std::move(act)),
       listener_(SocketOfSmallBuffer()),
-      port_(Listen(listener_, SOMAXCONN)),
+      port_(Listen(listener_, kLoopback, SOMAXCONN)),
       serving_([this] { Serve(); }) {}
 
 StallingHost::~StallingHost() {
@@ -73,9 +75,10 @@ void StallingHost::SetConnection(int socket) {
     connection_ = socket;
 }
 
-FullBacklog::FullBacklog() : listener_(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
-    port_ = Listen(listener_, 0);
-    const sockaddr_in address = Loopback(port_);
+FullBacklog::FullBacklog(const char* at)
+    : listener_(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
+    port_ = Listen(listener_, at, 0);
+    const sockaddr_in address = AddressOf(at, port_);
     int type = SOCK_STREAM | SOCK_CLOEXEC;
     for (int& filler : fillers_) {
         filler = socket(AF_INET, type, 0);

@@ -34,10 +34,11 @@ private:
     std::thread serving_;
 };
 
-/// A port of 127.0.0.1 whose queue of connections is full: no more are completed, none is refused.
+/// A port of this machine whose queue of connections is full: no more are completed, none is
+/// refused.
 class FullBacklog {
 public:
-    FullBacklog();
+    explicit FullBacklog(const char* address = "127.0.0.1");
     ~FullBacklog();
     FullBacklog(const FullBacklog&) = delete;
     FullBacklog& operator=(const FullBacklog&) = delete;

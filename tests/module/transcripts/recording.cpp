@@ -100,7 +100,7 @@ private:
 
 }  // namespace
 
-std::string Record(const Scenario& scenario) {
+std::string Record(const Scenario& scenario, Construction construction) {
     const auto server = scenario.up ? Serve(scenario) : nullptr;
     ZentarConnection::ConnectionInfo info;
     info.host = kAddress;
@@ -113,7 +113,9 @@ std::string Record(const Scenario& scenario) {
     Recorder recorder(info.port);
     std::unique_ptr<Kalvex> host;
     recorder.Add("Kalvex", [&] {
-        host = std::make_unique<Kalvex>(info);
+        host = construction == Construction::kWithOptions
+                   ? std::make_unique<Kalvex>(info, ZentarConnection::ConnectionOptions())
+                   : std::make_unique<Kalvex>(info);
         return "constructed";
     });
     for (const Operation& operation : scenario.operations) {

@@ -29,14 +29,17 @@ std::string LineAt(const std::vector<std::string>& lines, std::size_t index) {
     return index < lines.size() ? lines[index] : "(end of transcript)";
 }
 
-class Transcripts : public ::testing::TestWithParam<Scenario> {};
+class Transcripts : public ::testing::TestWithParam<Scenario> {
+protected:
+    static void ExpectLogged(Construction construction);
+};
 
-TEST_P(Transcripts, AreWhatTheModuleLogs) {
+void Transcripts::ExpectLogged(Construction construction) {
     const std::string path = FileOf(GetParam(), kFolder);
     std::ifstream file(path);
     ASSERT_TRUE(file) << path;
     const auto expected = Lines(file);
-    std::istringstream recorded(Record(GetParam()));
+    std::istringstream recorded(Record(GetParam(), construction));
     const auto actual = Lines(recorded);
     const auto [first, second] =
         std::mismatch(expected.begin(), expected.end(), actual.begin(), actual.end());
@@ -47,6 +50,10 @@ TEST_P(Transcripts, AreWhatTheModuleLogs) {
                       << "\n`make transcripts` rewrites the transcripts and shows the difference";
     }
 }
+
+TEST_P(Transcripts, AreWhatTheModuleLogs) { ExpectLogged(Construction::kWithoutOptions); }
+
+TEST_P(Transcripts, AreTheSameWithDefaultOptions) { ExpectLogged(Construction::kWithOptions); }
 
 TEST_P(Transcripts, KeepThePasswordToThemselves) {
     std::ifstream file(FileOf(GetParam(), kFolder));
