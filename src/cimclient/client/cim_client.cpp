@@ -41,8 +41,8 @@ Objects Perform(cimclient::Session& session, const char* method, const Request& 
         {method, std::string(request.name_space.getString().utf8()),
          cimclient::WriteRequest(request, id)},
         [&](const cimclient::Session::BodySource& body) { objects = read(body, id); });
-    // No objects, and no trailers to say whether that is the result or an error's beginning.
-    if (!is_whole && objects.size() == 0) {
+    // An error may have stood in the trailers that never came.
+    if (!is_whole) {
         throw cimclient::Of<CIMClientMalformedHTTPException>(Zentar::FailureKind::kBadReply,
                                                              "Connection closed by CIM Server.");
     }

@@ -57,11 +57,14 @@ void Wipe(std::string& text) {
 
 bool OffersBasic(std::string_view challenge) {
     constexpr std::string_view kScheme = "basic";
-    // A scheme stands at the start of the field or after a comma.
+    // A scheme stands at the start of the field or after a comma, where "basic=" would be a
+    // parameter.
     while (!challenge.empty()) {
         challenge.remove_prefix(std::min(challenge.find_first_not_of(" \t,"), challenge.size()));
         const std::string_view word = challenge.substr(0, challenge.find_first_of(" \t,="));
-        if (EqualNoCase(word, kScheme)) {
+        const std::size_t next = challenge.find_first_not_of(" \t", word.size());
+        const bool is_parameter = next != std::string_view::npos && challenge[next] == '=';
+        if (!is_parameter && EqualNoCase(word, kScheme)) {
             return true;
         }
         challenge.remove_prefix(ItemLength(challenge));

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <optional>
 
 #include "Pegasus/Client/CIMClientException.h"
 #include "explained.h"
@@ -27,13 +28,17 @@ String Text(const HeaderFields& fields, std::string_view name) {
                                               String::FromUtf8(message));
 }
 
-void ThrowReportedError(const HeaderFields& fields) {
-    const std::string text = fields.ValueOr("CIMStatusCode", "");
+std::optional<int> StatusCodeOf(const std::string& text) {
     int code = 0;
     const char* end = text.data() + text.size();
     const auto result = std::from_chars(text.data(), end, code);
-    if (result.ec == std::errc() && result.ptr == end && code != 0) {
-        throw CIMException(static_cast<CIMStatusCode>(code),
+    return result.ec == std::errc() && result.ptr == end ? std::optional(code) : std::nullopt;
+}
+
+void ThrowReportedError(const HeaderFields& fields) {
+    const auto code = StatusCodeOf(fields.ValueOr("CIMStatusCode", "0"));
+    if (code.value_or(0) != 0) {
+        throw CIMException(static_cast<CIMStatusCode>(*code),
                            Decoded(fields, "CIMStatusCodeDescription"));
     }
 }
@@ -83,6 +88,12 @@ void CheckHeaders(const HttpReply& reply) {
 
 void CheckTrailers(const HttpReply& reply) {
     ThrowReportedError(reply.trailers);
+    const std::string* code = reply.trailers.Find("CIMStatusCode");
+    if (code != nullptr && !StatusCodeOf(*code)) {
+        throw Of<CIMClientMalformedHTTPException>(
+            Zentar::FailureKind::kBadReply,
+            String::FromUtf8("Bad CIMStatusCode HTTP trailer; " + *code));
+    }
     if (reply.trailers.Find("CIMError") != nullptr) {
         throw Of<CIMClientHTTPErrorException>(Zentar::FailureKind::kBadReply, 400U, "Bad Request",
                                               Text(reply.trailers, "CIMError"), String());

@@ -11,7 +11,8 @@ void CheckStatus(const HttpReply& reply);
 /// Throws CIMClientMalformedHTTPException, or CIMException for an error reported in the head.
 void CheckHeaders(const HttpReply& reply);
 
-/// Throws CIMException or CIMClientHTTPErrorException for an error reported after the body.
+/// Throws CIMException or CIMClientHTTPErrorException for an error reported after the body, and
+/// CIMClientMalformedHTTPException for one whose code cannot be read.
 void CheckTrailers(const HttpReply& reply);
 
 }  // namespace cimclient

@@ -23,6 +23,7 @@ private:
 };
 
 struct HttpReply {
+    bool is_http_1_0 = false;
     unsigned status = 0;
     std::string reason;
     HeaderFields headers;

@@ -139,6 +139,7 @@ void ReplyReader::ReadStatusLine(HttpReply& reply, std::size_t& budget) {
         text[kStatusAt + 3] != ' ') {
         FailMalformed();
     }
+    reply.is_http_1_0 = text.substr(0, kStatusAt) == "HTTP/1.0 ";
     std::from_chars(text.data() + kStatusAt, text.data() + kStatusAt + 3, reply.status);
     reply.reason = Pegasus::detail::RepairedUtf8(text.substr(kStatusAt + 4));
 }
@@ -150,7 +151,9 @@ HttpReply ReplyReader::ReadHead() {
         ReadStatusLine(reply, budget);
         ReadFields(reply.headers, budget);
         if (reply.status >= 200 || reply.status < 100) {
-            reply.keeps_alive = !EqualNoCase(reply.headers.ValueOr("Connection", ""), "close");
+            const std::string connection = reply.headers.ValueOr("Connection", "");
+            reply.keeps_alive = reply.is_http_1_0 ? EqualNoCase(connection, "keep-alive")
+                                                  : !EqualNoCase(connection, "close");
             return reply;
         }
     }
@@ -158,7 +161,7 @@ HttpReply ReplyReader::ReadHead() {
 
 void ReplyReader::BeginBody(const HttpReply& reply) {
     const std::string* encoding = reply.headers.Find("Transfer-Encoding");
-    if (encoding != nullptr && *encoding != "chunked") {
+    if (encoding != nullptr && !EqualNoCase(*encoding, "chunked")) {
         FailFraming(501, "Not Implemented", "unimplemented transfer-encoding value");
     }
     if (encoding != nullptr) {
@@ -191,7 +194,7 @@ std::string_view ReplyReader::NextPart(HttpReply& reply) {
     return part;
 }
 
-/// Without the last chunk the body may still be whole: a stream that ends early ends the body.
+/// A stream that ends early ends the body too, without the last chunk.
 void ReplyReader::BeginChunk(HttpReply& reply) {
     std::string line;
     std::size_t budget = kMaxHeadBytes;

@@ -1,7 +1,8 @@
 // Our own client: cancelling interrupts what is under way, certificates are tested, and exceptions
 // say why.
-#include "client/client_settings.h"
 #include "common/cimom/src/client_seam.h"
+
+#include "client/client_settings.h"
 #include "common/cimom/src/exception_causes.h"
 #include "explained.h"
 

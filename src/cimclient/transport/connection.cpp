@@ -7,7 +7,6 @@
 #include <functional>
 #include <optional>
 
-#include "common/platform/socket_habits.h"
 #include "transport/certificate_check.h"
 #include "transport/event_wait.h"
 #include "transport/name_resolution.h"
@@ -153,10 +152,9 @@ private:
     std::optional<TransportError> ConnectTo(const tcp::endpoint& endpoint, const Limit& limit) {
         ErrorCode error;
         socket_.tcp().close(error);
-        socket_.tcp().open(endpoint.protocol(), error);
+        socket_.Open(endpoint.protocol(), error);
         try {
             if (!error) {
-                Zentar::CloseOnExec(socket_.tcp().native_handle());
                 error = Run(limit, FailurePhase::kConnecting,
                             [&](auto done) { socket_.tcp().async_connect(endpoint, done); });
             }

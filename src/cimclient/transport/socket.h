@@ -2,6 +2,7 @@
 #pragma once
 
 #include <boost/asio/ip/tcp.hpp>
+#include <cerrno>
 #include <utility>
 
 #include "common/platform/socket_habits.h"
@@ -17,6 +18,16 @@ public:
     using lowest_layer_type = Tcp::socket::lowest_layer_type;
 
     explicit Socket(boost::asio::io_context& io) : socket_(io) {}
+
+    /// Programs that the application starts do not inherit it.
+    void Open(const Tcp& protocol, boost::system::error_code& error) {
+        const int made = Zentar::OpenTcpSocket(protocol.family());
+        if (made < 0) {
+            error.assign(errno, boost::system::system_category());
+        } else {
+            socket_.assign(protocol, made, error);
+        }
+    }
 
     Tcp::socket& tcp() { return socket_; }
     executor_type get_executor() { return socket_.get_executor(); }

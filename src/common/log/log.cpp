@@ -101,7 +101,7 @@ void LogToStandardError() {
 
 std::string LogToFile(const std::string& path) {
     std::FILE* opened = nullptr;
-    if (spdlog::details::os::fopen_s(&opened, path, "ab")) {
+    if (spdlog::details::os::fopen_s(&opened, path, "abe")) {
         return path + ": " + std::strerror(errno);
     }
     File file(opened);

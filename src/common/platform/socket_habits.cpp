@@ -14,6 +14,16 @@ void AcknowledgeAtOnce([[maybe_unused]] int socket) {
 #endif
 }
 
-void CloseOnExec(int descriptor) { fcntl(descriptor, F_SETFD, FD_CLOEXEC); }
+int OpenTcpSocket(int family) {
+#if defined(SOCK_CLOEXEC)
+    return socket(family, SOCK_STREAM | SOCK_CLOEXEC, IPPROTO_TCP);
+#else
+    const int made = socket(family, SOCK_STREAM, IPPROTO_TCP);
+    if (made >= 0) {
+        fcntl(made, F_SETFD, FD_CLOEXEC);
+    }
+    return made;
+#endif
+}
 
 }  // namespace Zentar

@@ -9,7 +9,8 @@ namespace Zentar {
 /// nothing where the system offers no such thing.
 void AcknowledgeAtOnce(int socket);
 
-/// Keeps the descriptor from programs that the process starts.
-void CloseOnExec(int descriptor);
+/// A TCP socket of the address family, which programs that the process starts do not inherit. -1,
+/// with errno, when there is none.
+int OpenTcpSocket(int family);
 
 }  // namespace Zentar

@@ -50,6 +50,8 @@ TEST_F(Authentication, FailsAtOnceWithoutAnOfferOfBasic) {
          {std::vector<std::string>{},
           {"WWW-Authenticate: Negotiate"},
           {"WWW-Authenticate: Digest realm=\"Basic\", nonce=\"1\""},
+          {"WWW-Authenticate: Digest realm=\"x\", basic=\"1\""},
+          {"WWW-Authenticate: Digest realm=\"x\", Basic = \"1\""},
           {"WWW-Authenticate: Digest realm=\"x, Basic y\", nonce=\"1\""},
           {"WWW-Authenticate: Basically realm=\"x\""}}) {
         client.disconnect();
@@ -96,6 +98,15 @@ TEST_F(Authentication, SkipsTheBodyOfAChallenge) {
                         {kBasic, "Content-Length: " + std::to_string(page.size())}, page),
                   AnswerOf(1)});
     EXPECT_EQ(Enumerate(), "1 objects");
+}
+
+TEST_F(Authentication, GoesOnANewConnectionAfterAChallengeOfHttp10) {
+    // Its body has no end but the connection's, and comes later than its head.
+    const std::string head = "HTTP/1.0 401 Unauthorized\r\n" + std::string(kBasic) + "\r\n\r\n";
+    Converse({{AwaitRequest(), Send(head), AwaitDelivery(), Send("<html>Who are you?</html>")},
+              Replies({AnswerOf(1)})});
+    EXPECT_EQ(Enumerate(), "1 objects");
+    EXPECT_THAT(ConnectionsUsed(), ElementsAre(0, 1));
 }
 
 TEST_F(Authentication, TakesAChallengeWithoutLengthAsWithoutBody) {

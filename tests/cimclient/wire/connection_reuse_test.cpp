@@ -19,12 +19,16 @@ TEST_F(ConnectionReuse, CarriesAllOperationsOnOneConnection) {
     EXPECT_EQ(server->connections(), 1U);
 }
 
-TEST_F(ConnectionReuse, KeepsTheConnectionForHttp10Answers) {
-    std::string old = AnswerOf(1);
-    ConverseOnce({old.replace(0, 8, "HTTP/1.0"), AnswerOf(2)});
+TEST_F(ConnectionReuse, KeepsAConnectionOfHttp10OnlyWhenTheServerSaysSo) {
+    const auto old = [](const std::vector<std::string>& headers) {
+        return AnswerOf(1, headers).replace(0, 8, "HTTP/1.0");
+    };
+    Converse({Replies({old({"Connection: Keep-Alive"}), old({})}), Replies({AnswerOf(2)})});
     EXPECT_EQ(Enumerate(), "1 objects");
-    EXPECT_EQ(Enumerate(), "2 objects");
+    EXPECT_EQ(Enumerate(), "1 objects");
     EXPECT_EQ(server->connections(), 1U);
+    EXPECT_EQ(Enumerate(), "2 objects");
+    EXPECT_EQ(server->connections(), 2U);
 }
 
 TEST_F(ConnectionReuse, SurvivesErrorsThatTheServerReports) {

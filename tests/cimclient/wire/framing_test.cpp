@@ -102,19 +102,16 @@ TEST_F(Framing, ByChunksLeavesTheConnectionInOrder) {
     EXPECT_EQ(server->connections(), 1U);
 }
 
-TEST_F(Framing, ByChunksMayLackTheLastOne) {
-    const std::string chunks = Chunked(body, body.size());
-    const std::string unended = chunks.substr(0, chunks.size() - 5);
-    EXPECT_EQ(OutcomeOfLastWords(AnswerHead({"Transfer-Encoding: chunked"}) + unended), kOne);
-}
-
-TEST_F(Framing, ByChunksMustNotLackTheLastOneWithoutObjects) {
-    const std::string none = BodyReturning("");
-    const std::string chunks = Chunked(none, none.size());
-    EXPECT_EQ(OutcomeOfLastWords(AnswerHead({"Transfer-Encoding: chunked"}) +
-                                 chunks.substr(0, chunks.size() - 5)),
-              "CIMClientMalformedHTTPException [Connection closed by CIM Server.]")
-        << "an error might have stood in the trailers";
+TEST_F(Framing, ByChunksMustNotLackTheLastOne) {
+    for (const std::string& whole : {body, BodyReturning("")}) {
+        const std::string chunks = Chunked(whole, whole.size());
+        for (const std::size_t cut : {5U, 2U}) {  // all of the last chunk, the end of the trailers
+            EXPECT_EQ(OutcomeOfLastWords(AnswerHead({"Transfer-Encoding: chunked"}) +
+                                         chunks.substr(0, chunks.size() - cut)),
+                      "CIMClientMalformedHTTPException [Connection closed by CIM Server.]")
+                << "an error might have stood in the trailers";
+        }
+    }
 }
 
 TEST_F(Framing, CutInsideAChunkIsNotWellFormed) {
@@ -133,11 +130,24 @@ TEST_F(Framing, ByChunksWithoutASizeIsRefused) {
 }
 
 TEST_F(Framing, OfAnotherKindIsRefused) {
-    for (const char* encoding : {"gzip", "Chunked", "gzip, chunked"}) {
+    for (const char* encoding : {"gzip", "chunkedd", "gzip, chunked"}) {
         EXPECT_EQ(OutcomeOfAnswer(AnswerHead({std::string("Transfer-Encoding: ") + encoding})),
                   "CIMClientHTTPErrorException 501 [HTTP Error (501 Not Implemented): Detail = "
                   "\"unimplemented transfer-encoding value\".]")
             << encoding;
+    }
+}
+
+TEST_F(Framing, ByChunksIsNamedInAnyCase) {
+    EXPECT_EQ(OutcomeOfAnswer(AnswerHead({"Transfer-Encoding: Chunked"}) + Chunked(body, 100)),
+              kOne);
+}
+
+TEST_F(Framing, HidesNoErrorInATrailerThatCannotBeRead) {
+    for (const char* code : {"+6", "six", "6.0", "99999999999"}) {
+        EXPECT_EQ(OutcomeOfTrailer({std::string("CIMStatusCode: ") + code}),
+                  std::string("CIMClientMalformedHTTPException [Bad CIMStatusCode HTTP trailer; ") +
+                      code + "]");
     }
 }
 
