@@ -48,7 +48,7 @@ asan ubsan tsan: setup-clang
 threads: setup-clang
 	@cmake --preset tsan
 	@cmake --build --preset tsan --target many_threads_test cimclient_object_model_test
-	@ctest --preset tsan --tests-regex '^(ManyThreads|PieceBlocks)'
+	@ctest --preset tsan --tests-regex '^(ManyThreads|Arena)'
 
 # Prints which share of the lines of the client and of the access to it the suite runs.
 coverage:

@@ -8,7 +8,7 @@
 namespace cimclient {
 
 using namespace Pegasus;
-using Pegasus::detail::Pieces;
+using Pegasus::detail::ArenaVector;
 
 namespace {
 
@@ -36,7 +36,7 @@ private:
 };
 
 template <class Named>
-bool HasName(const Pieces<Named>& named, const CIMName& name) {
+bool HasName(const ArenaVector<Named>& named, const CIMName& name) {
     for (const Named& one : named) {
         if (one.getName() == name) {
             return true;
@@ -76,8 +76,8 @@ std::vector<bool> Repetitions(const std::vector<Named>& all) {
 }
 
 template <class Named>
-Pieces<Named> FirstOfFew(std::vector<Named>& all) {
-    Pieces<Named> kept;
+ArenaVector<Named> FirstOfFew(std::vector<Named>& all) {
+    ArenaVector<Named> kept;
     kept.reserve(all.size());
     MarkedNames marked;
     for (Named& one : all) {
@@ -91,12 +91,12 @@ Pieces<Named> FirstOfFew(std::vector<Named>& all) {
 }  // namespace
 
 template <class Named>
-Pieces<Named> FirstOfEachName(std::vector<Named>& all) {
+ArenaVector<Named> FirstOfEachName(std::vector<Named>& all) {
     if (all.size() <= kFewNames) {
         return FirstOfFew(all);
     }
     const std::vector<bool> repeats = Repetitions(all);
-    Pieces<Named> kept;
+    ArenaVector<Named> kept;
     kept.reserve(all.size());
     for (std::size_t i = 0; i < all.size(); ++i) {
         if (!repeats[i]) {
@@ -106,7 +106,7 @@ Pieces<Named> FirstOfEachName(std::vector<Named>& all) {
     return kept;
 }
 
-template Pieces<CIMQualifier> FirstOfEachName(std::vector<CIMQualifier>& all);
+template ArenaVector<CIMQualifier> FirstOfEachName(std::vector<CIMQualifier>& all);
 
 CIMInstance AssembleInstance(const CIMObjectPath& path, std::vector<CIMQualifier>& qualifiers,
                              std::vector<CIMProperty>& properties) {

@@ -8,7 +8,7 @@
 #include "Pegasus/Client/CIMClientException.h"
 #include "ascii.h"
 #include "cimxml/object_reader.h"
-#include "object_model/piece_blocks.h"
+#include "object_model/arena.h"
 
 namespace cimclient {
 
@@ -134,7 +134,7 @@ Array<Object> ReadReturnValue(XmlReader& xml, const Operation<Object>& operation
 template <class Object>
 Array<Object> ReadReply(const XmlReader::Source& body, unsigned message_id,
                         const Operation<Object>& operation) {
-    const Pegasus::detail::PieceBlocks blocks;
+    const Pegasus::detail::Arena arena;
     XmlReader xml(body);
     const bool is_own = xml.Whole([&] {
         ReadMessageHead(xml, message_id);

@@ -24,7 +24,7 @@ void CheckName(const CIMName& name) {
 }
 
 template <class Handle>
-Uint32 FindByName(const Pieces<Handle>& handles, const CIMName& name) {
+Uint32 FindByName(const ArenaVector<Handle>& handles, const CIMName& name) {
     for (std::size_t i = 0; i < handles.size(); ++i) {
         if (handles[i].getName() == name) {
             return static_cast<Uint32>(i);
@@ -34,7 +34,7 @@ Uint32 FindByName(const Pieces<Handle>& handles, const CIMName& name) {
 }
 
 template <class Handle>
-void AppendNamed(Pieces<Handle>& handles, const Handle& x, const char* kind) {
+void AppendNamed(ArenaVector<Handle>& handles, const Handle& x, const char* kind) {
     if (FindByName(handles, x.getName()) != PEG_NOT_FOUND) {
         throw AlreadyExistsException(String::FromUtf8(std::string(kind) + " \"") +
                                      x.getName().getString() + "\"");
@@ -43,7 +43,7 @@ void AppendNamed(Pieces<Handle>& handles, const Handle& x, const char* kind) {
 }
 
 template <class Handle>
-bool SameHandles(const Pieces<Handle>& x, const Pieces<Handle>& y) {
+bool SameHandles(const ArenaVector<Handle>& x, const ArenaVector<Handle>& y) {
     if (x.size() != y.size()) {
         return false;
     }
@@ -56,8 +56,8 @@ bool SameHandles(const Pieces<Handle>& x, const Pieces<Handle>& y) {
 }
 
 template <class Handle>
-Pieces<Handle> Clones(const Pieces<Handle>& handles) {
-    Pieces<Handle> clones;
+ArenaVector<Handle> Clones(const ArenaVector<Handle>& handles) {
+    ArenaVector<Handle> clones;
     clones.reserve(handles.size());
     for (const Handle& handle : handles) {
         clones.push_back(handle.clone());

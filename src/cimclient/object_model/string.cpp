@@ -52,7 +52,7 @@ StringBody* StringBody::Make(std::string_view text) {
     if (text.size() > kMaxBytes) {
         throw std::bad_alloc();
     }
-    auto* body = ::new (TakePiece(sizeof(StringBody) + text.size() + 1)) StringBody;
+    auto* body = ::new (ArenaAllocate(sizeof(StringBody) + text.size() + 1)) StringBody;
     body->size = static_cast<Uint32>(text.size()) & kMaxBytes;
     body->ascii = IsAscii(text);
     text.copy(body->Bytes(), text.size());

@@ -20,7 +20,7 @@ struct BooleanCell {
 template <class T>
 struct ArrayBody : Counted {
     using Cell = std::conditional_t<std::is_same_v<T, Boolean>, BooleanCell, T>;
-    Pieces<Cell> cells;
+    ArenaVector<Cell> cells;
 };
 
 }  // namespace detail
@@ -100,7 +100,7 @@ private:
     static Boolean& ValueOf(detail::BooleanCell& cell) { return cell.value; }
     static const Boolean& ValueOf(const detail::BooleanCell& cell) { return cell.value; }
 
-    detail::Pieces<Cell>& Editable() {
+    detail::ArenaVector<Cell>& Editable() {
         if (!body_) {
             body_ = detail::Shared<Body>(new Body);
         } else if (!body_.IsUnique()) {

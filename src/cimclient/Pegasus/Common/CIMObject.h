@@ -19,8 +19,8 @@ namespace detail {
 
 struct ObjectBody : Counted {
     CIMObjectPath path;
-    Pieces<CIMQualifier> qualifiers;
-    Pieces<CIMProperty> properties;
+    ArenaVector<CIMQualifier> qualifiers;
+    ArenaVector<CIMProperty> properties;
     Boolean is_class = false;
 };
 

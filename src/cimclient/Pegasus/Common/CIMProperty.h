@@ -24,7 +24,7 @@ class PropertyAccess;
 /// What few properties have.
 struct PropertyExtras {
     CIMName reference_class;
-    Pieces<CIMQualifier> qualifiers;
+    ArenaVector<CIMQualifier> qualifiers;
     Uint32 array_size = 0;
 };
 

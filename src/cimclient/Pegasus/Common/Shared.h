@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <utility>
 
-#include "Pegasus/Common/Pieces.h"
+#include "Pegasus/Common/ArenaVector.h"
 
 PEGASUS_NAMESPACE_BEGIN
 
@@ -18,8 +18,8 @@ struct Counted {
     Counted(const Counted&) noexcept {}
     Counted& operator=(const Counted&) = delete;
 
-    static void* operator new(std::size_t size) { return TakePiece(size); }
-    static void operator delete(void* body) noexcept { ReturnPiece(body); }
+    static void* operator new(std::size_t size) { return ArenaAllocate(size); }
+    static void operator delete(void* body) noexcept { ArenaFree(body); }
 
     std::atomic<Uint32> references{1};
 };
