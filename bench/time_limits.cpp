@@ -108,7 +108,11 @@ void Ask(CIMClient& client) { client.enumerateInstances("root/cimv2", "OMC_Chass
 /// More than the sockets on the way hold. Made beforehand: it is the sending that is measured.
 const CIMPropertyList& LongList() {
     static const std::string name(3UL << 20, 'x');
-    static const CIMPropertyList list(Array<CIMName>(1, CIMName(name.c_str())));
+    static const CIMPropertyList list = [] {
+        Array<CIMName> names;
+        names.append(CIMName(name.c_str()));
+        return CIMPropertyList(names);
+    }();
     return list;
 }
 

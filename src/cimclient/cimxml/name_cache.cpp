@@ -1,6 +1,7 @@
 #include "cimxml/name_cache.h"
 
 #include "cimxml/mix.h"
+#include "object_model/names.h"
 
 namespace cimclient {
 
@@ -12,11 +13,10 @@ CIMName NameCache::Name(std::string_view text) {
     }
     CIMName& cached = names_[Mix(text) % names_.size()];
     if (cached.getString().utf8() != text) {
-        const String name = String::FromUtf8(text);
-        if (!CIMName::legal(name)) {
+        if (!Pegasus::detail::IsLegalName(text)) {
             return {};
         }
-        cached = CIMName::Unchecked(name);
+        cached = CIMName::Unchecked(String::FromUtf8(text));
     }
     return cached;
 }

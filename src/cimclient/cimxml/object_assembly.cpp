@@ -5,10 +5,11 @@
 #include <numeric>
 #include <utility>
 
+#include "ascii.h"
+
 namespace cimclient {
 
 using namespace Pegasus;
-using Pegasus::detail::ArenaVector;
 
 namespace {
 
@@ -36,26 +37,17 @@ private:
 };
 
 template <class Named>
-bool HasName(const ArenaVector<Named>& named, const CIMName& name) {
-    for (const Named& one : named) {
-        if (one.getName() == name) {
+bool HasName(const Array<Named>& named, const CIMName& name) {
+    for (Uint32 i = 0; i < named.size(); ++i) {
+        if (named[i].getName() == name) {
             return true;
         }
     }
     return false;
 }
 
-/// In any case: below, above or equal to 0.
 int Compare(const CIMName& x, const CIMName& y) {
-    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c; };
-    const std::string_view a = x.getString().utf8();
-    const std::string_view b = y.getString().utf8();
-    for (std::size_t i = 0; i < std::min(a.size(), b.size()); ++i) {
-        if (const int difference = lower(a[i]) - lower(b[i]); difference != 0) {
-            return difference;
-        }
-    }
-    return a.size() < b.size() ? -1 : a.size() > b.size();
+    return CompareNoCase(x.getString().utf8(), y.getString().utf8());
 }
 
 /// Tells of each whether its name occurs before it. Sorting takes its time, but no host can choose
@@ -76,13 +68,13 @@ std::vector<bool> Repetitions(const std::vector<Named>& all) {
 }
 
 template <class Named>
-ArenaVector<Named> FirstOfFew(std::vector<Named>& all) {
-    ArenaVector<Named> kept;
-    kept.reserve(all.size());
+Array<Named> FirstOfFew(std::vector<Named>& all) {
+    Array<Named> kept;
+    kept.reserveCapacity(static_cast<Uint32>(all.size()));
     MarkedNames marked;
     for (Named& one : all) {
         if (marked.Add(one.getName()) || !HasName(kept, one.getName())) {
-            kept.push_back(std::move(one));
+            kept.append(std::move(one));
         }
     }
     return kept;
@@ -91,31 +83,33 @@ ArenaVector<Named> FirstOfFew(std::vector<Named>& all) {
 }  // namespace
 
 template <class Named>
-ArenaVector<Named> FirstOfEachName(std::vector<Named>& all) {
+Array<Named> FirstOfEachName(std::vector<Named>& all) {
+    if (all.empty()) {
+        return {};
+    }
     if (all.size() <= kFewNames) {
         return FirstOfFew(all);
     }
     const std::vector<bool> repeats = Repetitions(all);
-    ArenaVector<Named> kept;
-    kept.reserve(all.size());
+    Array<Named> kept;
+    kept.reserveCapacity(static_cast<Uint32>(all.size()));
     for (std::size_t i = 0; i < all.size(); ++i) {
         if (!repeats[i]) {
-            kept.push_back(std::move(all[i]));
+            kept.append(std::move(all[i]));
         }
     }
     return kept;
 }
 
-template ArenaVector<CIMQualifier> FirstOfEachName(std::vector<CIMQualifier>& all);
+template Array<CIMQualifier> FirstOfEachName(std::vector<CIMQualifier>& all);
 
 CIMInstance AssembleInstance(const CIMObjectPath& path, std::vector<CIMQualifier>& qualifiers,
                              std::vector<CIMProperty>& properties) {
-    CIMInstance instance;
-    auto& body = Pegasus::detail::ObjectAccess::MakeBody(instance);
-    body.path = path;
-    body.qualifiers = FirstOfEachName(qualifiers);
-    body.properties = FirstOfEachName(properties);
-    return instance;
+    Pegasus::detail::Shared<Pegasus::detail::ObjectBody> body(new Pegasus::detail::ObjectBody);
+    body->path = path;
+    body->qualifiers = FirstOfEachName(qualifiers);
+    body->properties = FirstOfEachName(properties);
+    return CIMInstance(std::move(body));
 }
 
 }  // namespace cimclient

@@ -9,7 +9,7 @@ namespace cimclient {
 
 /// Of qualifiers or properties of one name the first counts. What is kept is moved out of `all`.
 template <class Named>
-Pegasus::detail::ArenaVector<Named> FirstOfEachName(std::vector<Named>& all);
+Pegasus::Array<Named> FirstOfEachName(std::vector<Named>& all);
 
 /// Takes the first of each name out of both.
 Pegasus::CIMInstance AssembleInstance(const Pegasus::CIMObjectPath& path,

@@ -1,27 +1,28 @@
 #include "cimxml/object_reader.h"
 
 #include "Pegasus/Client/CIMClientException.h"
-#include "Pegasus/Common/CIMClass.h"
+#include "ascii.h"
 #include "cimxml/embedded_object.h"
 #include "cimxml/nesting.h"
 #include "cimxml/object_assembly.h"
 #include "cimxml/value_reader.h"
+#include "object_model/value_body.h"
 #include "object_model/value_texts.h"
 #include "reply_limits.h"
 
 namespace cimclient {
 
 using namespace Pegasus;
+using Pegasus::detail::ObjectBody;
 using Pegasus::detail::PropertyBody;
 using Pegasus::detail::Shared;
+using Pegasus::detail::ValueAccess;
 
 /// One PROPERTY, PROPERTY.ARRAY or PROPERTY.REFERENCE while it is read.
 struct ObjectReader::PropertyElement {
     Shared<PropertyBody> body;
     std::optional<CIMType> type;
     std::optional<CIMType> embedded_type;
-    CIMName reference_class;
-    std::optional<Uint64> array_size;
     bool is_array = false;
     bool is_reference = false;
     std::vector<CIMQualifier> qualifiers;
@@ -37,46 +38,41 @@ std::optional<CIMType> EmbeddedType(std::string_view attribute) {
     return attribute == "instance" ? std::optional(CIMTYPE_INSTANCE) : std::nullopt;
 }
 
+bool IsTrue(const CIMValue& value) {
+    return value.getType() == CIMTYPE_BOOLEAN && !value.isArray() &&
+           value.toString().utf8() == Pegasus::detail::BooleanText(true);
+}
+
 std::optional<CIMType> EmbeddedType(const std::vector<CIMQualifier>& qualifiers) {
     for (const CIMQualifier& qualifier : qualifiers) {
-        if (qualifier.getName() == CIMName("EmbeddedObject") &&
-            qualifier.getValue() == CIMValue(true)) {
+        const std::string_view name = qualifier.getName().getString().utf8();
+        if (EqualNoCase(name, "EmbeddedObject") && IsTrue(qualifier.getValue())) {
             return CIMTYPE_OBJECT;
         }
-        if (qualifier.getName() == CIMName("EmbeddedInstance")) {
+        if (EqualNoCase(name, "EmbeddedInstance")) {
             return CIMTYPE_INSTANCE;
         }
     }
     return std::nullopt;
 }
 
-bool IsEmbedded(CIMType type) { return type == CIMTYPE_OBJECT || type == CIMTYPE_INSTANCE; }
+CIMObjectPath PathOfClass(const CIMName& name) {
+    return CIMObjectPath(String(), CIMNamespaceName(), name);
+}
 
 /// The path that came with an object, whose spelling of the class name wins, or one of the class
 /// name alone.
 CIMObjectPath PathOf(const CIMName& class_name, const CIMObjectPath* path) {
     if (path == nullptr) {
-        CIMObjectPath own;
-        own.setClassName(class_name);
-        return own;
+        return PathOfClass(class_name);
     }
-    if (path->getClassName() != class_name) {
+    if (!(path->getClassName() == class_name)) {
         throw CIMClientResponseException(TypeMismatchException().getMessage());
     }
     return *path;
 }
 
-/// The fixed size that was declared, if the value has it.
-Uint32 SizeIfDeclared(std::optional<Uint64> declared, const CIMValue& value) {
-    return declared && value.isArray() && *declared == value.getArraySize() ? value.getArraySize()
-                                                                            : 0;
-}
-
 }  // namespace
-
-bool ObjectReader::Flag(const char* attribute, bool default_value) {
-    return Pegasus::detail::BooleanOf(Attribute(attribute)).value_or(default_value);
-}
 
 CIMInstance ObjectReader::ReadNamedInstance() {
     xml_.ExpectOpen("VALUE.NAMEDINSTANCE");
@@ -103,9 +99,10 @@ CIMObject ObjectReader::ReadObjectWithPath() {
 CIMObject ObjectReader::ReadClass(const CIMObjectPath* path) {
     const CIMName name = ClassAttribute("CLASS", "NAME");
     xml_.SkipElement();
-    CIMClass read(name);
-    read.setPath(PathOf(name, path));
-    return CIMObject(read);
+    Shared<ObjectBody> body(new ObjectBody);
+    body->path = PathOf(name, path);
+    body->is_class = true;
+    return CIMObject(std::move(body));
 }
 
 CIMInstance ObjectReader::ReadInstance(const CIMObjectPath* path) {
@@ -136,17 +133,6 @@ CIMInstance ObjectReader::ReadInstance(const CIMObjectPath* path) {
 void ObjectReader::ReadQualifier(std::vector<CIMQualifier>& qualifiers) {
     const CIMName name = names_.Name(Attribute("NAME"));
     const auto type = TypeNamed(Attribute("TYPE"));
-    CIMFlavor flavor;
-    const auto add_flavor = [&](const char* attribute, bool default_value, const CIMFlavor& added) {
-        if (Flag(attribute, default_value)) {
-            flavor.addFlavor(added);
-        }
-    };
-    add_flavor("OVERRIDABLE", true, CIMFlavor::OVERRIDABLE);
-    add_flavor("TOSUBCLASS", true, CIMFlavor::TOSUBCLASS);
-    add_flavor("TOINSTANCE", false, CIMFlavor::TOINSTANCE);
-    add_flavor("TRANSLATABLE", false, CIMFlavor::TRANSLATABLE);
-    const bool propagated = Flag("PROPAGATED", false);
     xml_.Advance();
     CIMValue value(type.value_or(CIMTYPE_STRING), false);
     if (type && xml_.IsOpen("VALUE")) {
@@ -158,7 +144,7 @@ void ObjectReader::ReadQualifier(std::vector<CIMQualifier>& qualifiers) {
     }
     xml_.SkipToClose();
     if (type && !name.isNull()) {
-        qualifiers.emplace_back(name, value, flavor, propagated);
+        qualifiers.emplace_back(name, value);
     }
 }
 
@@ -172,14 +158,6 @@ ObjectReader::PropertyElement ObjectReader::ReadPropertyHead() {
             element.body->name = names_.Name(value);
         } else if (Is(attribute, "TYPE")) {
             element.type = TypeNamed(value);
-        } else if (Is(attribute, "CLASSORIGIN")) {
-            element.body->class_origin = names_.Name(value);
-        } else if (Is(attribute, "PROPAGATED")) {
-            element.body->propagated = Pegasus::detail::BooleanOf(value).value_or(false);
-        } else if (Is(attribute, "ARRAYSIZE")) {
-            element.array_size = Pegasus::detail::LenientUnsigned(value);
-        } else if (Is(attribute, "REFERENCECLASS")) {
-            element.reference_class = names_.Name(value);
         } else if (Is(attribute, "EmbeddedObject") || Is(attribute, "EMBEDDEDOBJECT")) {
             element.embedded_type = EmbeddedType(value);
         }
@@ -201,22 +179,14 @@ void ObjectReader::ReadProperty() {
         return;
     }
     ReadPropertyContent(element);
-    const Uint32 array_size = SizeIfDeclared(element.array_size, element.body->value);
-    if (array_size != 0 || element.is_reference || !element.qualifiers.empty()) {
-        Pegasus::detail::PropertyExtras& extras = element.body->EditableExtras();
-        extras.array_size = array_size;
-        extras.qualifiers = FirstOfEachName(element.qualifiers);
-        if (element.is_reference) {
-            extras.reference_class = element.reference_class;
-        }
-    }
-    properties_.push_back(Pegasus::detail::PropertyAccess::Make(std::move(element.body)));
+    element.body->qualifiers = FirstOfEachName(element.qualifiers);
+    properties_.emplace_back(std::move(element.body));
 }
 
 void ObjectReader::ReadPropertyContent(PropertyElement& element) {
     std::optional<ValueText> text;
     bool has_texts = false;
-    std::optional<CIMValue> reference;
+    std::optional<String> reference;
     while (!xml_.IsClose()) {
         if (xml_.IsOpen("QUALIFIER")) {
             ReadQualifier(element.qualifiers);
@@ -226,7 +196,7 @@ void ObjectReader::ReadPropertyContent(PropertyElement& element) {
             ReadValueArray(element_texts_);
             has_texts = true;
         } else if (element.is_reference && !reference && xml_.IsOpen("VALUE.REFERENCE")) {
-            reference = CIMValue(ReadReference());
+            reference = ReadReference().toString();
         } else if (xml_.Peek().kind == XmlToken::kOpen) {
             xml_.SkipElement();
         } else {
@@ -237,11 +207,11 @@ void ObjectReader::ReadPropertyContent(PropertyElement& element) {
     if (element.type == CIMTYPE_STRING && !element.qualifiers.empty()) {
         element.type = EmbeddedType(element.qualifiers).value_or(CIMTYPE_STRING);
     }
-    if (text && IsEmbedded(*element.type) && *text && (*text)->empty()) {
+    if (text && Pegasus::detail::IsEmbedded(*element.type) && *text && (*text)->empty()) {
         text.reset();
     }
     if (reference) {
-        element.body->value = *reference;
+        element.body->value = ValueAccess::MakeScalar(CIMTYPE_REFERENCE, *reference);
     } else if (text) {
         element.body->value = ScalarFrom(*element.type, *text, texts_);
     } else if (has_texts) {
@@ -251,7 +221,7 @@ void ObjectReader::ReadPropertyContent(PropertyElement& element) {
     }
 }
 
-/// A VALUE element. One that holds more than one text is lost.
+/// A VALUE element. One that holds more than one text is unreadable.
 ValueText ObjectReader::ReadValueText() {
     xml_.ExpectOpen("VALUE");
     const std::string_view text = xml_.ReadText();

@@ -53,7 +53,6 @@ private:
     void ReadValueArray(std::vector<ValueText>& texts);
 
     std::string Attribute(const char* attribute);
-    bool Flag(const char* attribute, bool default_value);
     /// The class that an attribute names; throws when it is missing or no name.
     Pegasus::CIMName ClassAttribute(const char* element, const char* attribute);
     XmlReader& xml_;

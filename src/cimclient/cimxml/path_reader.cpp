@@ -15,14 +15,6 @@ struct KeyType {
     CIMKeyBinding::Type type;
 };
 
-void SetHost(CIMObjectPath& path, const String& host) {
-    try {
-        path.setHost(host);
-    } catch (const MalformedObjectNameException& error) {
-        throw CIMClientResponseException(error.getMessage());
-    }
-}
-
 constexpr KeyType kKeyTypes[] = {
     {"", CIMKeyBinding::STRING},
     {"string", CIMKeyBinding::STRING},
@@ -63,21 +55,14 @@ CIMObjectPath ObjectReader::ReadInstanceName() {
         keys.append(ReadKeyBinding());
     }
     xml_.ExpectClose("INSTANCENAME");
-    CIMObjectPath path;
-    path.setClassName(class_name);
-    path.setKeyBindings(keys);
-    return path;
+    return CIMObjectPath(String(), CIMNamespaceName(), class_name, keys);
 }
 
 CIMKeyBinding ObjectReader::ReadKeyBinding() {
     const CIMName name = ClassAttribute("KEYBINDING", "NAME");
     xml_.ExpectOpen("KEYBINDING");
-    CIMKeyBinding key;
-    if (xml_.IsOpen("VALUE.REFERENCE")) {
-        key = ReadReferenceKey(name);
-    } else {
-        key = ReadKeyValue(name);
-    }
+    CIMKeyBinding key =
+        xml_.IsOpen("VALUE.REFERENCE") ? ReadReferenceKey(name) : ReadKeyValue(name);
     xml_.ExpectClose("KEYBINDING");
     return key;
 }
@@ -127,11 +112,10 @@ CIMObjectPath ObjectReader::ReadReference() {
 }
 
 CIMObjectPath ObjectReader::ReadClassName() {
-    CIMObjectPath path;
-    path.setClassName(ClassAttribute("CLASSNAME", "NAME"));
+    const CIMName name = ClassAttribute("CLASSNAME", "NAME");
     xml_.ExpectOpen("CLASSNAME");
     xml_.ExpectClose("CLASSNAME");
-    return path;
+    return CIMObjectPath(String(), CIMNamespaceName(), name);
 }
 
 /// INSTANCEPATH, CLASSPATH, LOCALINSTANCEPATH or LOCALCLASSPATH.
@@ -151,11 +135,13 @@ CIMObjectPath ObjectReader::ReadFullPath() {
     if (has_host) {
         xml_.ExpectClose("NAMESPACEPATH");
     }
-    CIMObjectPath path = xml_.IsOpen("CLASSNAME") ? ReadClassName() : ReadInstanceName();
+    const CIMObjectPath local = xml_.IsOpen("CLASSNAME") ? ReadClassName() : ReadInstanceName();
     xml_.ExpectClose(element);
-    SetHost(path, host);
-    path.setNameSpace(name_space);
-    return path;
+    try {
+        return CIMObjectPath(host, name_space, local.getClassName(), local.getKeyBindings());
+    } catch (const MalformedObjectNameException& error) {
+        throw CIMClientResponseException(error.getMessage());
+    }
 }
 
 String ObjectReader::ReadHost() {

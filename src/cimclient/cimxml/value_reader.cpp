@@ -1,10 +1,11 @@
 #include "cimxml/value_reader.h"
 
 #include <limits>
-#include <memory>
+#include <string>
 #include <type_traits>
 
 #include "cimxml/embedded_object.h"
+#include "object_model/datetime.h"
 #include "object_model/utf.h"
 #include "object_model/value_body.h"
 #include "object_model/value_texts.h"
@@ -14,7 +15,10 @@ namespace cimclient {
 namespace {
 
 using namespace Pegasus;
+using Pegasus::detail::IsEmbedded;
+using Pegasus::detail::Shared;
 using Pegasus::detail::ValueAccess;
+using Pegasus::detail::ValueBody;
 
 template <class Narrow, class Wide>
 std::optional<Narrow> InRange(std::optional<Wide> number) {
@@ -25,104 +29,78 @@ std::optional<Narrow> InRange(std::optional<Wide> number) {
     return static_cast<Narrow>(*number);
 }
 
-template <class T>
-std::optional<T> Read(std::string_view text, TextCache&) {
-    if constexpr (std::is_same_v<T, Boolean>) {
-        return Pegasus::detail::BooleanOf(text);
-    } else if constexpr (std::is_unsigned_v<T>) {
-        return InRange<T>(Pegasus::detail::LenientUnsigned(text));
-    } else if constexpr (std::is_integral_v<T>) {
-        return InRange<T>(Pegasus::detail::LenientSigned(text));
-    } else {
-        // A real32 beyond the range of its type becomes infinity or zero.
-        const auto real = Pegasus::detail::LenientReal(text);
-        return real ? std::optional(static_cast<T>(*real)) : std::nullopt;
-    }
+/// The text that a scalar prints as; nothing for a text that does not suit the type.
+using TextReader = std::optional<String> (*)(std::string_view text, TextCache& cache);
+
+std::optional<String> ReadBoolean(std::string_view text, TextCache& cache) {
+    const auto value = Pegasus::detail::BooleanOf(text);
+    return value ? std::optional(cache.Text(Pegasus::detail::BooleanText(*value))) : std::nullopt;
 }
 
-template <>
-std::optional<Char16> Read<Char16>(std::string_view text, TextCache&) {
-    const auto units = Pegasus::detail::ToUtf16(text);
-    return units.size() == 1 ? std::optional(units[0]) : std::nullopt;
+template <class Integer>
+std::optional<String> ReadInteger(std::string_view text, TextCache& cache) {
+    const auto number = [text] {
+        if constexpr (std::is_unsigned_v<Integer>) {
+            return InRange<Integer>(Pegasus::detail::LenientUnsigned(text));
+        } else {
+            return InRange<Integer>(Pegasus::detail::LenientSigned(text));
+        }
+    }();
+    return number ? std::optional(cache.Text(std::to_string(*number))) : std::nullopt;
 }
 
-template <>
-std::optional<String> Read<String>(std::string_view text, TextCache& cache) {
+/// A real32 beyond the range of its type becomes infinity or zero.
+template <class Real>
+std::optional<String> ReadReal(std::string_view text, TextCache& cache) {
+    const auto real = Pegasus::detail::LenientReal(text);
+    return real ? std::optional(cache.Text(Pegasus::detail::RealText(static_cast<Real>(*real))))
+                : std::nullopt;
+}
+
+std::optional<String> ReadChar16(std::string_view text, TextCache& cache) {
+    return Pegasus::detail::Utf16Length(text) == 1 ? std::optional(cache.Text(text)) : std::nullopt;
+}
+
+std::optional<String> ReadString(std::string_view text, TextCache& cache) {
     return cache.Text(text);
 }
 
-template <>
-std::optional<CIMDateTime> Read<CIMDateTime>(std::string_view text, TextCache& cache) {
-    if (text.empty()) {
-        return CIMDateTime();
-    }
-    try {
-        return CIMDateTime(cache.Text(text));
-    } catch (const Exception&) {
-        return std::nullopt;
-    }
+std::optional<String> ReadDateTime(std::string_view text, TextCache& cache) {
+    const std::string_view stamp = text.empty() ? Pegasus::detail::kZeroInterval : text;
+    return Pegasus::detail::IsDateTime(stamp) ? std::optional(cache.Text(stamp)) : std::nullopt;
 }
 
-template <>
-std::optional<CIMObject> Read<CIMObject>(std::string_view text, TextCache&) {
-    return ReadEmbeddedObject(text);
-}
-
-template <>
-std::optional<CIMInstance> Read<CIMInstance>(std::string_view text, TextCache&) {
-    const auto object = ReadEmbeddedObject(text);
-    return object && object->isInstance() ? std::optional(CIMInstance(*object)) : std::nullopt;
-}
-
-template <>
-std::optional<CIMObjectPath> Read<CIMObjectPath>(std::string_view, TextCache&) {
-    return std::nullopt;  // references come as elements, not as text
-}
-
-struct Readers {
-    CIMValue (*scalar)(std::string_view text, CIMType type, TextCache& cache);
-    CIMValue (*array)(const std::vector<ValueText>& texts, TextCache& cache);
-};
-
-template <class T>
-CIMValue ReadScalar(std::string_view text, CIMType type, TextCache& cache) {
-    std::optional<T> value = Read<T>(text, cache);
-    return value ? ValueAccess::MakeScalar<T>(std::move(*value)) : CIMValue(type, false);
-}
-
-/// Elements that cannot be read are marked as lost.
-template <class T>
-CIMValue ReadArray(const std::vector<ValueText>& texts, TextCache& cache) {
-    Array<T> array;
-    array.reserveCapacity(static_cast<Uint32>(texts.size()));
-    std::unique_ptr<std::vector<bool>> lost;
-    for (std::size_t i = 0; i < texts.size(); ++i) {
-        std::optional<T> element = texts[i] ? Read<T>(*texts[i], cache) : std::nullopt;
-        if (!element && !lost) {
-            lost = std::make_unique<std::vector<bool>>(texts.size());
-        }
-        if (!element) {
-            (*lost)[i] = true;
-        }
-        array.append(element ? std::move(*element) : T());
-    }
-    return ValueAccess::MakeArray<T>(std::move(array), std::move(lost));
-}
-
-template <class T>
-constexpr Readers ReadersOf() {
-    return {ReadScalar<T>, ReadArray<T>};
-}
+/// References come as elements, embedded objects are no texts.
+std::optional<String> ReadNothing(std::string_view, TextCache&) { return std::nullopt; }
 
 /// In the order of CIMType.
-constexpr Readers kReaders[] = {
-    ReadersOf<Boolean>(),   ReadersOf<Uint8>(),       ReadersOf<Sint8>(),
-    ReadersOf<Uint16>(),    ReadersOf<Sint16>(),      ReadersOf<Uint32>(),
-    ReadersOf<Sint32>(),    ReadersOf<Uint64>(),      ReadersOf<Sint64>(),
-    ReadersOf<Real32>(),    ReadersOf<Real64>(),      ReadersOf<Char16>(),
-    ReadersOf<String>(),    ReadersOf<CIMDateTime>(), ReadersOf<CIMObjectPath>(),
-    ReadersOf<CIMObject>(), ReadersOf<CIMInstance>(),
+constexpr TextReader kTextReaders[] = {
+    ReadBoolean,         ReadInteger<Uint8>,  ReadInteger<Sint8>,  ReadInteger<Uint16>,
+    ReadInteger<Sint16>, ReadInteger<Uint32>, ReadInteger<Sint32>, ReadInteger<Uint64>,
+    ReadInteger<Sint64>, ReadReal<Real32>,    ReadReal<Real64>,    ReadChar16,
+    ReadString,          ReadDateTime,        ReadNothing,         ReadNothing,
+    ReadNothing,
 };
+
+std::optional<CIMObject> ReadObject(std::string_view text, CIMType type) {
+    auto object = ReadEmbeddedObject(text);
+    const bool suits =
+        object && (type == CIMTYPE_OBJECT || !Pegasus::detail::BodyOf(*object).is_class);
+    return suits ? std::move(object) : std::nullopt;
+}
+
+/// Appends an element, or marks its place as unreadable.
+template <class Element>
+void AppendElement(ValueBody& body, Array<Element>& elements, std::optional<Element> element,
+                   const Element& placeholder) {
+    if (!element) {
+        body.unreadable.resize(elements.size() + 1);
+        body.unreadable.back() = true;
+    } else if (!body.unreadable.empty()) {
+        body.unreadable.push_back(false);
+    }
+    elements.append(element ? std::move(*element) : placeholder);
+}
 
 struct NamedType {
     std::string_view name;
@@ -151,11 +129,30 @@ std::optional<CIMType> TypeNamed(std::string_view name) {
 }
 
 CIMValue ScalarFrom(CIMType type, const ValueText& text, TextCache& cache) {
-    return text ? kReaders[type].scalar(*text, type, cache) : CIMValue(type, false);
+    if (!text) {
+        return CIMValue(type, false);
+    }
+    if (IsEmbedded(type)) {
+        const auto object = ReadObject(*text, type);
+        return object ? ValueAccess::MakeScalar(type, *object) : CIMValue(type, false);
+    }
+    auto printed = kTextReaders[type](*text, cache);
+    return printed ? ValueAccess::MakeScalar(type, std::move(*printed)) : CIMValue(type, false);
 }
 
 CIMValue ArrayFrom(CIMType type, const std::vector<ValueText>& texts, TextCache& cache) {
-    return kReaders[type].array(texts, cache);
+    Shared<ValueBody> body(new ValueBody);
+    const CIMObject no_object{CIMInstance()};
+    for (const ValueText& text : texts) {
+        if (IsEmbedded(type)) {
+            AppendElement(*body, body->objects, text ? ReadObject(*text, type) : std::nullopt,
+                          no_object);
+        } else {
+            AppendElement(*body, body->texts,
+                          text ? kTextReaders[type](*text, cache) : std::nullopt, String());
+        }
+    }
+    return ValueAccess::MakeArray(type, std::move(body));
 }
 
 }  // namespace cimclient

@@ -5,7 +5,6 @@
 #include <string_view>
 #include <vector>
 
-#include "Pegasus/Common/CIMObjectPath.h"
 #include "Pegasus/Common/CIMValue.h"
 #include "cimxml/text_cache.h"
 

@@ -27,11 +27,6 @@ int HexValue(char c) {
 
 }  // namespace
 
-bool EqualNoCase(std::string_view a, std::string_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [](char x, char y) { return LowerCase(x) == LowerCase(y); });
-}
-
 void HeaderFields::Add(std::string_view line) {
     const std::size_t colon = line.find(':');
     if (colon != std::string_view::npos) {  // other lines say nothing

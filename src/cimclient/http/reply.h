@@ -6,6 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include "ascii.h"
+
 namespace cimclient {
 
 /// Header lines in order; names compare without regard to case.
@@ -33,8 +35,6 @@ struct HttpReply {
     /// The stream did not end before the last chunk, with its trailers.
     bool has_last_chunk = true;
 };
-
-bool EqualNoCase(std::string_view a, std::string_view b);
 
 /// "%41" becomes "A"; other texts stay.
 std::string PercentDecoded(std::string_view text);

@@ -3,6 +3,8 @@
 
 #include <string_view>
 
+#include "Pegasus/Common/Config.h"
+
 namespace Pegasus::kalvex::detail {
 
 /// DNS labels or a dotted IPv4 address, without a port.

@@ -2,67 +2,46 @@
 
 #include <algorithm>
 
-#include "object_model/value_body.h"
+#include "object_model/value_texts.h"
 #include "reply_limits.h"
 
 namespace Pegasus::kalvex::detail {
 
 namespace {
 
-/// What an object holds comes from a host, and grows with every level of embedding.
-void AppendBoundedText(std::string& out, std::string_view text) {
+void AppendElement(std::string& out, CIMType type, std::string_view text) {
+    const bool is_reference = type == CIMTYPE_REFERENCE;
+    out += is_reference ? "<VALUE.REFERENCE>\n" : "<VALUE>";
+    // What an object holds comes from a host, and grows with every level of embedding.
     AppendXmlEscaped(out, text, cimclient::kMaxObjectTextBytes);
+    out += is_reference ? "\n</VALUE.REFERENCE>\n" : "</VALUE>\n";
 }
 
-void AppendValueElement(std::string& out, std::string_view text) {
-    out += "<VALUE>";
-    AppendBoundedText(out, text);
-    out += "</VALUE>\n";
-}
-
-void AppendReference(std::string& out, const CIMObjectPath& path) {
-    out += "<VALUE.REFERENCE>\n";
-    AppendBoundedText(out, path.toString().utf8());
-    out += "\n</VALUE.REFERENCE>\n";
-}
-
-struct AppendScalarElement {
-    std::string& out;
-
-    void operator()(const CIMObjectPath& path) const { AppendReference(out, path); }
-    template <class T>
-    void operator()(const T& x) const {
-        AppendValueElement(out, CIMValue(x).toString().utf8());
-    }
-};
-
-struct AppendArrayElement {
-    std::string& out;
-    const std::vector<bool>* lost;
-
-    template <class T>
-    void operator()(const Array<T>& elements) const {
-        out += "<VALUE.ARRAY>\n";
-        for (Uint32 i = 0; i < elements.size(); ++i) {
-            if (lost != nullptr && (*lost)[i]) {
-                out += "<VALUE.NULL/>\n";
-            } else {
-                AppendScalarElement{out}(elements[i]);
-            }
+/// Of the body's elements, or of its object.
+void AppendElements(std::string& out, CIMType type, const ValueBody& body) {
+    for (Uint32 i = 0; i < body.Size(); ++i) {
+        if (body.IsReadable(i)) {
+            std::string text;
+            AppendElementText(text, body, i);
+            AppendElement(out, type, text);
+        } else {
+            out += "<VALUE.NULL/>\n";
         }
-        out += "</VALUE.ARRAY>\n";
     }
-};
+}
 
 void AppendContent(std::string& out, const CIMValue& value) {
     if (value.isNull()) {
         return;
     }
     if (value.isArray()) {
-        std::visit(AppendArrayElement{out, ValueAccess::LostOf(value)},
-                   ValueAccess::ElementsOf(value));
+        out += "<VALUE.ARRAY>\n";
+        AppendElements(out, value.getType(), ValueAccess::BodyOf(value));
+        out += "</VALUE.ARRAY>\n";
+    } else if (IsEmbedded(value.getType())) {
+        AppendElements(out, value.getType(), ValueAccess::BodyOf(value));
     } else {
-        ValueAccess::VisitScalar(value, AppendScalarElement{out});
+        AppendElement(out, value.getType(), ValueAccess::TextOf(value).utf8());
     }
 }
 
@@ -83,13 +62,13 @@ std::string TypeAttributes(CIMType type) {
         case CIMTYPE_INSTANCE:
             return " EmbeddedObject=\"instance\" TYPE=\"string\"";
         default:
-            return std::string(" TYPE=\"") + cimTypeToString(type) + "\"";
+            return std::string(" TYPE=\"") + TypeName(type) + "\"";
     }
 }
 
 void AppendQualifier(std::string& out, const CIMConstQualifier& qualifier) {
     out.append("<QUALIFIER NAME=\"").append(qualifier.getName().getString().utf8());
-    out.append("\" TYPE=\"").append(cimTypeToString(qualifier.getType())).append("\">\n");
+    out.append("\" TYPE=\"").append(TypeName(qualifier.getValue().getType())).append("\">\n");
     AppendContent(out, qualifier.getValue());
     out += "</QUALIFIER>\n";
 }
@@ -135,22 +114,30 @@ void AppendCharacterReference(std::string& out, char c) {
     }
 }
 
-}  // namespace
-
-void AppendObjectText(std::string& out, const CIMConstObject& object) {
-    const std::string_view class_name = object.getClassName().getString().utf8();
-    if (object.isClass()) {
+void AppendObject(std::string& out, const ObjectBody& object) {
+    const std::string_view class_name = object.path.getClassName().getString().utf8();
+    if (object.is_class) {
         out.append("<CLASS NAME=\"").append(class_name).append("\" >\n</CLASS>\n");
         return;
     }
     out.append("<INSTANCE CLASSNAME=\"").append(class_name).append("\" >\n");
-    for (Uint32 i = 0; i < object.getQualifierCount(); ++i) {
-        AppendQualifier(out, object.getQualifier(i));
+    for (Uint32 i = 0; i < object.qualifiers.size(); ++i) {
+        AppendQualifier(out, object.qualifiers[i]);
     }
-    for (Uint32 i = 0; i < object.getPropertyCount(); ++i) {
-        AppendProperty(out, object.getProperty(i));
+    for (Uint32 i = 0; i < object.properties.size(); ++i) {
+        AppendProperty(out, object.properties[i]);
     }
     out += "</INSTANCE>\n";
+}
+
+}  // namespace
+
+void AppendElementText(std::string& out, const ValueBody& body, Uint32 index) {
+    if (body.texts.size() > 0) {
+        out += body.texts[index].utf8();
+    } else if (body.IsReadable(index)) {
+        AppendObject(out, BodyOf(body.objects[index]));
+    }
 }
 
 void AppendXmlEscaped(std::string& out, std::string_view text, std::size_t most_bytes) {

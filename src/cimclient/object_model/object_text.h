@@ -3,12 +3,13 @@
 
 #include <string>
 
-#include "Pegasus/Common/CIMObject.h"
+#include "object_model/value_body.h"
 
 namespace Pegasus::kalvex::detail {
 
-/// One element a line, each line ended.
-void AppendObjectText(std::string& out, const CIMConstObject& object);
+/// Appends the text of an array's element, or of the object that is the value; nothing for what is
+/// unreadable.
+void AppendElementText(std::string& out, const ValueBody& body, Uint32 index);
 
 /// The text with the five predefined entities, and control characters as references. Throws
 /// Exception when `out` has grown past `most_bytes`.

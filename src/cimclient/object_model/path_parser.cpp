@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "object_model/host_names.h"
+#include "object_model/names.h"
 #include "object_model/value_texts.h"
 
 namespace Pegasus::kalvex::detail {
@@ -23,9 +25,7 @@ public:
         while (!rest_.empty()) {
             keys.append(ReadKey());
         }
-        CIMObjectPath path;
-        path.set(host, name_space, class_name, keys);
-        return path;
+        return CIMObjectPath(host, name_space, class_name, keys);
     }
 
 private:
@@ -50,14 +50,12 @@ private:
         if (slash == std::string_view::npos) {
             Fail("missing slash after hostname");
         }
-        CIMObjectPath checked;
-        try {
-            checked.setHost(String::FromUtf8(Take(slash)));
-        } catch (const MalformedObjectNameException&) {
+        const std::string_view host = Take(slash);
+        if (!host.empty() && !IsPathHost(host)) {
             Fail("invalid hostname");
         }
         Take(1);
-        return checked.getHost();
+        return String::FromUtf8(host);
     }
 
     CIMNamespaceName ReadNamespace() {
@@ -65,21 +63,21 @@ private:
         if (colon == std::string_view::npos || (!has_host_ && colon > rest_.find('.'))) {
             return {};
         }
-        const String name = String::FromUtf8(Take(colon));
+        const std::string_view name = Take(colon);
         Take(1);
-        if (!CIMNamespaceName::legal(name)) {
+        if (!IsLegalNamespace(name.substr(name.starts_with('/') ? 1 : 0))) {
             Fail("invalid namespace name");
         }
-        return CIMNamespaceName(name);
+        return CIMNamespaceName(String::FromUtf8(name));
     }
 
     CIMName ReadClassName() {
-        const String name = String::FromUtf8(Take(rest_.find('.')));
-        if (!CIMName::legal(name)) {
-            Fail("class name " + std::string(name.utf8()) + " not a legal CIM name");
+        const std::string_view name = Take(rest_.find('.'));
+        if (!IsLegalName(name)) {
+            Fail("class name " + std::string(name) + " not a legal CIM name");
         }
         Take(1);
-        return CIMName(name);
+        return CIMName::Unchecked(String::FromUtf8(name));
     }
 
     CIMKeyBinding ReadKey() {
@@ -87,12 +85,12 @@ private:
         if (equal_sign == std::string_view::npos) {
             FailPair("missing equal sign");
         }
-        const String name = String::FromUtf8(Take(equal_sign));
-        if (!CIMName::legal(name)) {
-            FailPair("invalid key name:" + std::string(name.utf8()));
+        const std::string_view name = Take(equal_sign);
+        if (!IsLegalName(name)) {
+            FailPair("invalid key name:" + std::string(name));
         }
         Take(1);
-        const CIMKeyBinding key = ReadValue(CIMName(name));
+        const CIMKeyBinding key = ReadValue(CIMName::Unchecked(String::FromUtf8(name)));
         if (!rest_.empty() && Take(1) != ",") {
             FailPair("next key-value pair has to start with comma");
         }
@@ -110,7 +108,7 @@ private:
             if (!boolean) {
                 FailPair("value should be TRUE or FALSE");
             }
-            return CIMKeyBinding(name, *boolean ? "TRUE" : "FALSE", CIMKeyBinding::BOOLEAN);
+            return CIMKeyBinding(name, BooleanText(*boolean), CIMKeyBinding::BOOLEAN);
         }
         CheckNumber(value);
         return CIMKeyBinding(name, String::FromUtf8(value), CIMKeyBinding::NUMERIC);

@@ -87,8 +87,6 @@ std::string RepairedUtf8(std::string_view text) {
     return repaired;
 }
 
-bool IsAscii(std::string_view text) { return AsciiLength(text) == text.size(); }
-
 std::size_t Utf16Length(std::string_view utf8) {
     std::size_t units = 0;
     for (const char c : utf8) {

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <limits>
 
+#include "ascii.h"
+
 namespace Pegasus::kalvex::detail {
 
 namespace {
@@ -18,18 +20,6 @@ std::optional<Number> Whole(std::string_view text, Format... format) {
 
 bool IsHex(std::string_view text) {
     return text.size() > 2 && text[0] == '0' && (text[1] == 'x' || text[1] == 'X');
-}
-
-bool EqualNoCase(std::string_view text, std::string_view lower) {
-    if (text.size() != lower.size()) {
-        return false;
-    }
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if ((text[i] | 0x20) != lower[i]) {
-            return false;
-        }
-    }
-    return true;
 }
 
 /// Digits without any sign.
@@ -76,17 +66,27 @@ std::optional<Real64> LenientReal(std::string_view text) {
 }
 
 std::optional<Boolean> BooleanOf(std::string_view text) {
-    if (EqualNoCase(text, "true")) {
+    if (cimclient::EqualNoCase(text, "true")) {
         return true;
     }
-    return EqualNoCase(text, "false") ? std::optional(false) : std::nullopt;
+    return cimclient::EqualNoCase(text, "false") ? std::optional(false) : std::nullopt;
 }
+
+const char* BooleanText(Boolean value) { return value ? "TRUE" : "FALSE"; }
 
 std::string RealText(Real64 value) {
     char text[64];
     const auto end =
         std::to_chars(text, text + sizeof text, value, std::chars_format::scientific, 16);
     return std::string(text, end.ptr);
+}
+
+const char* TypeName(CIMType type) {
+    static const char* const kNames[] = {"boolean", "uint8",   "sint8",  "uint16",   "sint16",
+                                         "uint32",  "sint32",  "uint64", "sint64",   "real32",
+                                         "real64",  "char16",  "string", "datetime", "reference",
+                                         "object",  "instance"};
+    return kNames[type];
 }
 
 }  // namespace Pegasus::kalvex::detail

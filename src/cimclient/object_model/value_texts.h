@@ -1,11 +1,11 @@
-// How numbers are written in CIM-XML values and in object paths.
+// How values and types are written in CIM-XML and in object paths.
 #pragma once
 
 #include <optional>
 #include <string>
 #include <string_view>
 
-#include "Pegasus/Common/Config.h"
+#include "Pegasus/Common/CIMType.h"
 
 namespace Pegasus::kalvex::detail {
 
@@ -24,7 +24,11 @@ std::optional<Real64> LenientReal(std::string_view text);
 /// "true" or "false" in any case.
 std::optional<Boolean> BooleanOf(std::string_view text);
 
+const char* BooleanText(Boolean value);
+
 /// The text that C's printf gives for "%.16e", whatever the locale.
 std::string RealText(Real64 value);
+
+const char* TypeName(CIMType type);
 
 }  // namespace Pegasus::kalvex::detail

@@ -1,6 +1,5 @@
 #include "transport/tls_settings.h"
 
-#include <openssl/x509.h>
 #include <sys/stat.h>
 
 #include <string>
@@ -40,29 +39,6 @@ void TrustStore(ssl::context& context, const std::string& path) {
     }
 }
 
-std::string OneLine(const X509_NAME* name) {
-    char text[512] = "";
-    X509_NAME_oneline(name, text, sizeof text);
-    return text;
-}
-
-bool AskCallback(Pegasus::SSLCertificateVerifyFunction* verify, bool preverified,
-                 ssl::verify_context& context) {
-    X509_STORE_CTX* store = context.native_handle();
-    const X509* certificate = X509_STORE_CTX_get_current_cert(store);
-    const int error = X509_STORE_CTX_get_error(store);
-    Pegasus::SSLCertificateInfo::Fields fields;
-    fields.subject_name = Pegasus::String(OneLine(X509_get_subject_name(certificate)).c_str());
-    fields.issuer_name = Pegasus::String(OneLine(X509_get_issuer_name(certificate)).c_str());
-    fields.error_string = Pegasus::String(X509_verify_cert_error_string(error));
-    fields.version_number = static_cast<Pegasus::Uint32>(X509_get_version(certificate));
-    fields.error_depth = static_cast<Pegasus::Uint32>(X509_STORE_CTX_get_error_depth(store));
-    fields.error_code = static_cast<Pegasus::Uint32>(error);
-    fields.response_code = preverified ? 1 : 0;
-    Pegasus::SSLCertificateInfo info(fields);
-    return verify(info);
-}
-
 std::shared_ptr<ssl::context> NewContext(ssl::verify_mode mode) {
     auto context = std::make_shared<ssl::context>(ssl::context::tls_client);
     AcceptOldHosts(context->native_handle());
@@ -81,11 +57,6 @@ std::shared_ptr<ssl::context> UntestingContext() {
 std::shared_ptr<ssl::context> TestingContext(const Pegasus::SSLContext& settings) {
     auto context = NewContext(ssl::verify_peer);
     TrustStore(*context, std::string(settings.getTrustStore().utf8()));
-    if (const auto verify = settings.getSSLCertificateVerifyFunction()) {
-        context->set_verify_callback([verify](bool preverified, ssl::verify_context& at) {
-            return AskCallback(verify, preverified, at);
-        });
-    }
     return context;
 }
 

@@ -15,6 +15,8 @@ namespace Zentar::Agentless {
 
 namespace {
 
+using Pegasus::Uint32;  // PEG_NOT_FOUND names it so
+
 using Instances = Pegasus::Array<Pegasus::CIMInstance>;
 using ZentarAgentless::ComputerSystem;
 

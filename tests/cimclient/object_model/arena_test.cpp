@@ -94,7 +94,7 @@ TEST(Arena, ObjectsMayEndOnAnotherThreadWhileMoreAreMade) {
             instance.addProperty(CIMProperty(CIMName("Name"), CIMValue(String("a text"))));
             instances.append(instance);
         }
-        std::thread other([taken = std::move(instances)]() mutable { taken.clear(); });
+        std::thread other([taken = std::move(instances)]() mutable { taken = {}; });
         FilledMemory().ExpectIntact();
         other.join();
     }

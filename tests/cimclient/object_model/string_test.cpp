@@ -3,8 +3,6 @@
 
 #include <gmock/gmock.h>
 
-#include <sstream>
-
 #include "Pegasus/Common/Array.h"
 #include "support/client_view.h"
 
@@ -20,8 +18,8 @@ TEST(String, CountsUtf16AndGivesUtf8) {
     const String text("\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80");
     EXPECT_EQ(text.size(), 4U);
     EXPECT_STREQ(text.getCString(), "\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80");
-    const Char16 lone[] = {Char16('a'), Char16(0xD800), Char16('b'), Char16(0)};
-    EXPECT_STREQ(String(lone).getCString(), "ab");
+    EXPECT_EQ(String().size(), 0U);
+    EXPECT_STREQ(String().getCString(), "");
 }
 
 TEST(String, RefusesWhatIsNotUtf8) {
@@ -37,68 +35,57 @@ TEST(String, RefusesWhatIsNotUtf8) {
 }
 
 TEST(String, GuardsItsBounds) {
-    EXPECT_EQ(FailureOf([] { String(String("abc"), 5); }), kOutOfBounds);
     String text("abc");
-    EXPECT_EQ(text[3], Char16(0));
+    EXPECT_EQ(text[3], Char16());
     EXPECT_EQ(FailureOf([&] { text[4]; }), kOutOfBounds);
 }
 
-TEST(String, ComparesAndFinds) {
-    EXPECT_EQ(String::compare("a", "b"), -1);
-    EXPECT_EQ(String::compare("b", "a"), 1);
-    EXPECT_EQ(String::compare("a", "a"), 0);
-    EXPECT_EQ(String::compareNoCase("B", "a"), 1);
-    EXPECT_TRUE(String::equalNoCase("aB", "Ab"));
-    EXPECT_EQ(String("abc").find("x"), PEG_NOT_FOUND);
-    EXPECT_EQ(String("\xC3\xA9z").find("z"), 1U);
-    EXPECT_EQ(TextOf(String("hello").subString(9)), "");
-    EXPECT_EQ(TextOf(String("hello").subString(1, 3)), "ell");
-}
-
 TEST(String, MayHoldAZero) {
-    const String text("buf\0x", 5);
+    const String text = String::FromUtf8({"buf\0x", 5});
     EXPECT_EQ(text.size(), 5U);
     EXPECT_STREQ(text.getCString(), "buf");
 }
 
-TEST(String, PrintsAsLatin1) {
-    std::ostringstream out;
-    out << String("a\xC3\xA9\xE2\x82\xAC\nz");
-    EXPECT_EQ(out.str(), "a\xE9\\x20AC\nz");
-}
-
 TEST(String, ChangesThroughAUnitWithoutItsCopies) {
-    String text("abc");
+    String text("a\xF0\x9F\x98\x80z");
     const String copy = text;
-    text[0] = Char16('x');
-    EXPECT_EQ(TextOf(text), "xbc");
-    EXPECT_EQ(TextOf(copy), "abc");
-    EXPECT_EQ(TextOf(String(text)), "xbc");
+    text[0] = Char16(0xE4);
+    const String changed = text;
+    text[0] = Char16('b');
+    EXPECT_EQ(text.size(), 4U);
+    EXPECT_STREQ(text.getCString(), "b\xF0\x9F\x98\x80z");
+    EXPECT_EQ(TextOf(changed), "\xC3\xA4\xF0\x9F\x98\x80z");
+    EXPECT_EQ(TextOf(copy), "a\xF0\x9F\x98\x80z");
+    text[1] = Char16();
+    EXPECT_EQ(text.utf8(), std::string_view("b\0z", 3)) << "half of a pair counts for nothing";
+    String nothing;
+    EXPECT_EQ(nothing[0], Char16());
 }
 
 TEST(Array, GuardsItsBounds) {
     Array<Uint32> numbers;
-    numbers.insert(0, 1);
+    EXPECT_EQ(FailureOf([&] { numbers[0]; }), kOutOfBounds);
+    numbers.append(1);
     const Array<Uint32> constant = numbers;
     EXPECT_EQ(FailureOf([&] { numbers[1]; }), kOutOfBounds);
     EXPECT_EQ(FailureOf([&] { constant[1]; }), kOutOfBounds);
-    EXPECT_EQ(FailureOf([&] { numbers.remove(1); }), kOutOfBounds);
-    EXPECT_EQ(FailureOf([&] { numbers.insert(2, 1); }), kOutOfBounds);
-    EXPECT_EQ(FailureOf([&] { numbers.insert(1, 2); }), "nothing thrown");
 }
 
 TEST(Array, IsAValue) {
-    Array<String> words(2, String("a"));
+    Array<String> words;
+    words.append("a");
+    words.append("b");
     const Array<String> copy = words;
-    words[0] = "b";
+    words[0] = "c";
     words.append(words[1]);
     EXPECT_EQ(TextOf(copy[0]), "a");
     EXPECT_EQ(copy.size(), 2U);
-    EXPECT_EQ(TextOf(words[2]), "a");
+    EXPECT_EQ(TextOf(words[2]), "b");
 }
 
 TEST(Array, TakesElementsOfItselfHoweverItGrows) {
-    Array<String> words(1, String("a text that is long enough"));
+    Array<String> words;
+    words.append("a text that is long enough");
     for (Uint32 i = 0; i < 100; ++i) {
         const Array<String> copy = words;
         words.append(words[i]);

@@ -145,8 +145,7 @@ TEST_F(ConnectionReuse, DoesNotSendAgainAfterTheFirstByteOfAnAnswer) {
 }
 
 TEST_F(ConnectionReuse, SendsAgainWhenTheServerBreaksOffInTheMiddleOfALargeRequest) {
-    Pegasus::Array<Pegasus::CIMName> names(200000, Pegasus::CIMName("ALongPropertyName"));
-    const Pegasus::CIMPropertyList list(names);
+    const Pegasus::CIMPropertyList list = LongPropertyList(200000);
     Converse({Replies({AnswerOf(1)}) + Conversation{AwaitByte(), Reset()}, Replies({AnswerOf(2)})});
     EXPECT_EQ(Enumerate(), "1 objects");
     EXPECT_EQ(OutcomeOf([&] {
@@ -157,8 +156,7 @@ TEST_F(ConnectionReuse, SendsAgainWhenTheServerBreaksOffInTheMiddleOfALargeReque
 }
 
 TEST_F(ConnectionReuse, TakesAnAnswerThatComesBeforeTheWholeRequestIsTaken) {
-    Pegasus::Array<Pegasus::CIMName> names(200000, Pegasus::CIMName("ALongPropertyName"));
-    const Pegasus::CIMPropertyList list(names);
+    const Pegasus::CIMPropertyList list = LongPropertyList(200000);
     Converse({Conversation{AwaitByte(), Send(Reply("413 Too Large", {"Content-Length: 0"}, "")),
                            AwaitRequest()}});
     EXPECT_EQ(OutcomeOf([&] {

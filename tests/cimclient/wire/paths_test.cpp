@@ -109,7 +109,7 @@ TEST(ObjectPaths, OfClassesAreClassPaths) {
         ObjectOf(WithPath("<CLASSPATH><NAMESPACEPATH><HOST>h</HOST>" + Namespaces({"root"}) +
                               "</NAMESPACEPATH><CLASSNAME NAME=\"K\"/></CLASSPATH>",
                           "<CLASS NAME=\"K\"><PROPERTY NAME=\"a\" TYPE=\"uint8\"/></CLASS>"));
-    EXPECT_TRUE(object.isClass());
+    EXPECT_TRUE(Pegasus::detail::BodyOf(object).is_class);
     EXPECT_EQ(TextOf(object.getPath().toString()), "//h/root:K");
 }
 

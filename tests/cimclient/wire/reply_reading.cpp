@@ -70,23 +70,14 @@ std::string OutcomeOfAssociators(const std::string& content) {
     return OutcomeHoweverItArrives([&](std::size_t part) { return Objects(content, part); });
 }
 
-CIMException ErrorOf(const std::string& content) {
-    try {
-        Instances(Body(content));
-    } catch (const CIMException& error) {
-        return error;
-    }
-    throw std::runtime_error("the answer is no error");
-}
-
 CIMInstance InstanceOf(const std::string& named_instance) {
     return Only(Instances(BodyReturning(named_instance)));
 }
 
 CIMObject ObjectOf(const std::string& object_with_path) { return Only(Objects(object_with_path)); }
 
-CIMProperty PropertyOf(const std::string& properties) {
-    CIMInstance instance = InstanceOf(NamedInstance("1", properties));
+CIMConstProperty PropertyOf(const std::string& properties) {
+    const CIMInstance instance = InstanceOf(NamedInstance("1", properties));
     if (instance.getPropertyCount() != 1) {
         throw std::runtime_error("not one property but " +
                                  std::to_string(instance.getPropertyCount()));

@@ -18,14 +18,11 @@ std::string OutcomeOfContent(const std::string& content);
 /// The same for Associators.
 std::string OutcomeOfAssociators(const std::string& content);
 
-/// The exception that an answer with this content ends in.
-Pegasus::CIMException ErrorOf(const std::string& content);
-
 /// The only instance or object of an answer. Fails the test with an exception otherwise.
 Pegasus::CIMInstance InstanceOf(const std::string& named_instance);
 Pegasus::CIMObject ObjectOf(const std::string& object_with_path);
 /// The only property of an instance that holds this XML.
-Pegasus::CIMProperty PropertyOf(const std::string& properties);
+Pegasus::CIMConstProperty PropertyOf(const std::string& properties);
 
 /// "TYPE [TEXT]" of a property of this type with this content of its VALUE element.
 std::string ValueOf(const std::string& type, const std::string& text);

@@ -104,8 +104,7 @@ TEST_F(Timeout, EndsTheWaitOverTls) {
 }
 
 TEST_F(Timeout, EndsAWriteThatIsNotTaken) {
-    Pegasus::Array<Pegasus::CIMName> names(500000, Pegasus::CIMName("ALongPropertyName"));
-    const Pegasus::CIMPropertyList list(names);
+    const Pegasus::CIMPropertyList list = LongPropertyList(500000);
     Converse({Conversation{AwaitByte(), AwaitCue()}});
     client.setTimeout(wire::kShortTimeout);
     EXPECT_EQ(OutcomeOf([&] {

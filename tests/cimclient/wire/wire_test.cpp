@@ -55,4 +55,12 @@ std::vector<std::size_t> WireTest::ConnectionsUsed() const {
     return connections;
 }
 
+Pegasus::CIMPropertyList WireTest::LongPropertyList(std::size_t count) {
+    Pegasus::Array<Pegasus::CIMName> names;
+    while (names.size() < count) {
+        names.append(Pegasus::CIMName("ALongPropertyName"));
+    }
+    return Pegasus::CIMPropertyList(names);
+}
+
 }  // namespace wire

@@ -42,6 +42,9 @@ protected:
     /// The connections that the requests so far came on.
     std::vector<std::size_t> ConnectionsUsed() const;
 
+    /// Makes a request large.
+    static Pegasus::CIMPropertyList LongPropertyList(std::size_t count);
+
     std::unique_ptr<support::ScriptedServer> server;
     Pegasus::CIMClient client;
 };

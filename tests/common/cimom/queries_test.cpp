@@ -23,6 +23,9 @@ protected:
             .Class("root/cimv2", "Slot", R"({"Tag": "string"})", R"([{"Tag": "s"}])")
             .Class("root/cimv2", "Empty", R"({"Id": "string"})")
             .Association("root/cimv2", "DeviceInSlot", "Device.Id=\"d\"", "Slot.Tag=\"s\"");
+        const Pegasus::CIMInstance before(Pegasus::CIMName("Before"));
+        instances.append(before);
+        objects.append(Pegasus::CIMObject(before));
     }
     CimConnection& ConnectTo(const char* ns) {
         connection_ = std::make_unique<CimConnection>(Pegasus::CIMNamespaceName(ns), info);
@@ -53,8 +56,8 @@ protected:
 
     HostBuilder host;
     /// Both hold one element before any request.
-    Pegasus::Array<Pegasus::CIMInstance> instances{1};
-    Pegasus::Array<Pegasus::CIMObject> objects{1};
+    Pegasus::Array<Pegasus::CIMInstance> instances;
+    Pegasus::Array<Pegasus::CIMObject> objects;
 
 private:
     std::unique_ptr<CimConnection> connection_;

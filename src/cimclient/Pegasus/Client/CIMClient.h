@@ -5,8 +5,6 @@
 
 #include "Pegasus/Client/CIMClientException.h"
 #include "Pegasus/Common/Array.h"
-#include "Pegasus/Common/CIMClass.h"
-#include "Pegasus/Common/CIMDateTime.h"
 #include "Pegasus/Common/CIMInstance.h"
 #include "Pegasus/Common/CIMName.h"
 #include "Pegasus/Common/CIMObject.h"

@@ -7,71 +7,41 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class CIMValue;
-
 class CIMKeyBinding {
 public:
     enum Type { BOOLEAN, STRING, NUMERIC, REFERENCE };
 
-    CIMKeyBinding() = default;
-    CIMKeyBinding(const CIMName& name, const String& value, Type type);
-    /// Arrays and embedded objects throw TypeMismatchException.
-    CIMKeyBinding(const CIMName& name, const CIMValue& value);
+    CIMKeyBinding(const CIMName& name, const String& value, Type type)
+        : name_(name), value_(value), type_(type) {}
 
     const CIMName& getName() const { return name_; }
-    void setName(const CIMName& name) { name_ = name; }
     const String& getValue() const { return value_; }
-    void setValue(const String& value) { value_ = value; }
     Type getType() const { return type_; }
-    void setType(Type type) { type_ = type; }
-    Boolean equal(CIMValue value);
 
 private:
     CIMName name_;
     String value_;
-    Type type_ = NUMERIC;
+    Type type_;
 };
-
-Boolean operator==(const CIMKeyBinding& x, const CIMKeyBinding& y);
 
 /// A value. Keys are kept sorted by name. A text or host in another form throws
 /// MalformedObjectNameException.
 class CIMObjectPath {
 public:
-    CIMObjectPath();
-    CIMObjectPath(const CIMObjectPath& x);
+    CIMObjectPath() = default;
     CIMObjectPath(const String& objectName);
     CIMObjectPath(const String& host, const CIMNamespaceName& nameSpace, const CIMName& className,
                   const Array<CIMKeyBinding>& keyBindings = Array<CIMKeyBinding>());
-    ~CIMObjectPath();
-    CIMObjectPath& operator=(const CIMObjectPath& x);
-    CIMObjectPath& operator=(const String& objectName);
 
-    void clear();
-    void set(const String& host, const CIMNamespaceName& nameSpace, const CIMName& className,
-             const Array<CIMKeyBinding>& keyBindings = Array<CIMKeyBinding>());
-    void set(const String& objectName);
-    const String& getHost() const;
-    void setHost(const String& host);
-    const CIMNamespaceName& getNameSpace() const;
-    void setNameSpace(const CIMNamespaceName& nameSpace);
-    const CIMName& getClassName() const;
-    void setClassName(const CIMName& className);
-    const Array<CIMKeyBinding>& getKeyBindings() const;
-    void setKeyBindings(const Array<CIMKeyBinding>& keyBindings);
-
+    const CIMName& getClassName() const { return class_name_; }
+    const Array<CIMKeyBinding>& getKeyBindings() const { return keys_; }
     String toString() const;
-    Boolean identical(const CIMObjectPath& x) const;
-    /// Equal paths have equal codes.
-    Uint32 makeHashCode() const;
 
 private:
-    struct Body;
-    Body& Editable();
-    detail::Shared<Body> body_;  ///< null for the empty path
+    String host_;
+    CIMNamespaceName name_space_;
+    CIMName class_name_;
+    Array<CIMKeyBinding> keys_;
 };
-
-Boolean operator==(const CIMObjectPath& x, const CIMObjectPath& y);
-Boolean operator!=(const CIMObjectPath& x, const CIMObjectPath& y);
 
 PEGASUS_NAMESPACE_END

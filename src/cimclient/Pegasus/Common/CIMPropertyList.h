@@ -12,15 +12,10 @@ public:
     CIMPropertyList() = default;
     /// A null name throws UninitializedObjectException.
     CIMPropertyList(const Array<CIMName>& propertyNames);
-    void set(const Array<CIMName>& propertyNames);
-    void clear();
+
     Boolean isNull() const { return is_null_; }
     Uint32 size() const { return names_.size(); }
     const CIMName& operator[](Uint32 index) const { return names_[index]; }
-    Array<CIMName> getPropertyNameArray() const { return names_; }
-    Boolean contains(const CIMName& name) const;
-    /// "NULL", "EMPTY", or the names separated by ", ".
-    String toString() const;
 
 private:
     Array<CIMName> names_;

@@ -1,78 +1,34 @@
 // Qualifiers of properties and instances (DSP0004).
-//
-// CIMQualifier and CIMConstQualifier are handles: copies speak of one qualifier, clone() makes
-// another. A default-constructed handle throws UninitializedObjectException in all members but
-// isUninitialized.
 #pragma once
 
-#include "Pegasus/Common/Array.h"
-#include "Pegasus/Common/CIMFlavor.h"
 #include "Pegasus/Common/CIMName.h"
 #include "Pegasus/Common/CIMValue.h"
 
 PEGASUS_NAMESPACE_BEGIN
 
-class CIMConstQualifier;
-class CIMQualifier;
+class CIMQualifier {
+public:
+    /// A null name throws UninitializedObjectException.
+    CIMQualifier(const CIMName& name, const CIMValue& value);
 
-namespace detail {
+    const CIMName& getName() const { return name_; }
+    const CIMValue& getValue() const { return value_; }
 
-struct QualifierBody : Counted {
-    QualifierBody(const CIMName& name_, const CIMValue& value_, const CIMFlavor& flavor_,
-                  Boolean propagated_)
-        : name(name_), value(value_), flavor(flavor_), propagated(propagated_) {}
-    CIMName name;
-    CIMValue value;
-    CIMFlavor flavor;
-    Boolean propagated;
+private:
+    CIMName name_;
+    CIMValue value_;
 };
 
-/// What both kinds of handle can read.
-class QualifierHandle {
+class CIMConstQualifier {
 public:
-    QualifierHandle() = default;
-    QualifierHandle(const CIMName& name, const CIMValue& value, const CIMFlavor& flavor,
-                    Boolean propagated);
+    CIMConstQualifier(const CIMQualifier& x) : qualifier_(x) {}
 
-    const CIMName& getName() const { return Body().name; }
-    CIMType getType() const { return Body().value.getType(); }
-    Boolean isArray() const { return Body().value.isArray(); }
-    const CIMValue& getValue() const { return Body().value; }
-    const CIMFlavor& getFlavor() const { return Body().flavor; }
-    Uint32 getPropagated() const { return Body().propagated; }
-    Boolean isUninitialized() const { return !body_; }
-    Boolean identical(const CIMConstQualifier& x) const;
-    CIMQualifier clone() const;
+    const CIMName& getName() const { return qualifier_.getName(); }
+    const CIMValue& getValue() const { return qualifier_.getValue(); }
+    Boolean isArray() const { return getValue().isArray(); }
 
-protected:
-    QualifierBody& Body() const;
-    Shared<QualifierBody> body_;
-};
-
-}  // namespace detail
-
-class CIMQualifier : public detail::QualifierHandle {
-public:
-    CIMQualifier() = default;
-    CIMQualifier(const CIMName& name, const CIMValue& value,
-                 const CIMFlavor& flavor = CIMFlavor(CIMFlavor::NONE), Boolean propagated = false)
-        : QualifierHandle(name, value, flavor, propagated) {}
-
-    void setName(const CIMName& name);
-    void setValue(const CIMValue& value) { Body().value = value; }
-    void setFlavor(const CIMFlavor& flavor) { Body().flavor.addFlavor(flavor); }
-    void unsetFlavor(const CIMFlavor& flavor) { Body().flavor.removeFlavor(flavor); }
-    void setPropagated(Boolean propagated) { Body().propagated = propagated; }
-};
-
-class CIMConstQualifier : public detail::QualifierHandle {
-public:
-    CIMConstQualifier() = default;
-    CIMConstQualifier(const CIMQualifier& x) : QualifierHandle(x) {}
-    CIMConstQualifier(const CIMName& name, const CIMValue& value,
-                      const CIMFlavor& flavor = CIMFlavor(CIMFlavor::NONE),
-                      Boolean propagated = false)
-        : QualifierHandle(name, value, flavor, propagated) {}
+private:
+    CIMQualifier qualifier_;
 };
 
 PEGASUS_NAMESPACE_END

@@ -25,6 +25,4 @@ enum CIMType {
     CIMTYPE_INSTANCE
 };
 
-const char* cimTypeToString(const CIMType type);
-
 PEGASUS_NAMESPACE_END

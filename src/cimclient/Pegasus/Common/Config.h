@@ -1,7 +1,5 @@
-// Basic types and namespace macros of the CIM client API.
+// Basic types of the CIM client API.
 #pragma once
-
-#include <cstdint>
 
 // The inline namespace keeps these classes' symbols apart from those of another CIM client with the
 // same class names that the process may have loaded.
@@ -11,11 +9,9 @@
 #define PEGASUS_NAMESPACE_END \
     }                         \
     }
-#define PEGASUS_USING_PEGASUS using namespace Pegasus
-#define PEGASUS_USING_STD using namespace std
-#define PEGASUS_NAMESPACE(X) Pegasus::X
 
-#define PEG_NOT_FOUND Pegasus::Uint32(-1)
+// Without the namespace, as another client of this API has it: callers must make the name visible.
+#define PEG_NOT_FOUND Uint32(-1)
 
 PEGASUS_NAMESPACE_BEGIN
 

@@ -7,21 +7,13 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
-class CIMInstance;
-class CIMConstInstance;
-template <class T>
-class Array;
-
 class Exception {
 public:
-    Exception(const String& message);
-    Exception(const Exception& exception);
+    Exception(const String& message) : message_(message) {}
+    Exception(const Exception& exception) = default;
     virtual ~Exception();
-    Exception& operator=(const Exception& exception);
-    virtual const String& getMessage() const;
-
-protected:
-    Exception();
+    Exception& operator=(const Exception& exception) = default;
+    virtual const String& getMessage() const { return message_; }
 
 private:
     String message_;
@@ -31,124 +23,80 @@ private:
 /// one.
 class CIMException : public Exception {
 public:
-    CIMException(CIMStatusCode code = CIM_ERR_SUCCESS, const String& message = String::EMPTY);
-    CIMException(CIMStatusCode code, const String& message, const CIMInstance& instance);
-    CIMException(CIMStatusCode code, const String& message, const Array<CIMInstance>& instances);
-    CIMException(const CIMException& exception);
-    CIMException& operator=(const CIMException& exception);
-    ~CIMException() override;
-
-    CIMStatusCode getCode() const;
-    Uint32 getErrorCount() const;
-    CIMConstInstance getError(Uint32 index) const;
-    void addError(const CIMInstance& instance);
+    CIMException(CIMStatusCode code, const String& message = String::EMPTY)
+        : Exception(message), code_(code) {}
+    CIMStatusCode getCode() const { return code_; }
 
 private:
-    struct Errors;
     CIMStatusCode code_;
-    Errors* errors_;
 };
 
 class AlreadyExistsException : public Exception {
 public:
-    AlreadyExistsException(const String& message);
+    AlreadyExistsException(const String& message) : Exception("already exists: " + message) {}
 };
 
 class InvalidNameException : public Exception {
 public:
-    InvalidNameException(const String& message);
+    InvalidNameException(const String& message)
+        : Exception("The CIM name is not valid: " + message) {}
 };
 
 class InvalidNamespaceNameException : public Exception {
 public:
-    InvalidNamespaceNameException(const String& message);
-};
-
-class DateTimeOutOfRangeException : public Exception {
-public:
-    DateTimeOutOfRangeException(const String& message);
+    InvalidNamespaceNameException(const String& message)
+        : Exception("invalid CIM namespace name: " + message) {}
 };
 
 class MalformedObjectNameException : public Exception {
 public:
-    MalformedObjectNameException(const String& message);
-};
-
-class BindFailedException : public Exception {
-public:
-    BindFailedException(const String& message);
+    MalformedObjectNameException(const String& message)
+        : Exception("malformed object name: " + message) {}
 };
 
 class InvalidLocatorException : public Exception {
 public:
-    InvalidLocatorException(const String& message);
+    InvalidLocatorException(const String& message) : Exception("Invalid locator: " + message) {}
 };
 
 class CannotConnectException : public Exception {
 public:
-    CannotConnectException(const String& message);
+    CannotConnectException(const String& message) : Exception(message) {}
 };
 
 class SSLException : public Exception {
 public:
-    SSLException(const String& message);
+    SSLException(const String& message) : Exception("SSL Exception: " + message) {}
 };
 
 class TypeMismatchException : public Exception {
 public:
-    TypeMismatchException();
-    TypeMismatchException(const String& message);
+    TypeMismatchException() : Exception("type mismatch") {}
 };
 
 class IndexOutOfBoundsException : public Exception {
 public:
-    IndexOutOfBoundsException();
+    IndexOutOfBoundsException() : Exception("index out of bounds") {}
 };
 
 class UninitializedObjectException : public Exception {
 public:
-    UninitializedObjectException();
-};
-
-class DynamicCastFailedException : public Exception {
-public:
-    DynamicCastFailedException();
-};
-
-class InvalidDateTimeFormatException : public Exception {
-public:
-    InvalidDateTimeFormatException();
-};
-
-class CannotCreateSocketException : public Exception {
-public:
-    CannotCreateSocketException();
+    UninitializedObjectException() : Exception("uninitialized object") {}
 };
 
 class AlreadyConnectedException : public Exception {
 public:
-    AlreadyConnectedException();
+    AlreadyConnectedException() : Exception("already connected") {}
 };
 
 class NotConnectedException : public Exception {
 public:
-    NotConnectedException();
+    NotConnectedException() : Exception("not connected") {}
 };
 
 class ConnectionTimeoutException : public Exception {
 public:
-    ConnectionTimeoutException();
-};
-
-class InvalidEnumerationContextException : public Exception {
-public:
-    InvalidEnumerationContextException();
-};
-
-/// A null pointer in place of a text.
-class NullPointer : public Exception {
-public:
-    NullPointer();
+    ConnectionTimeoutException() : Exception("connection timed out") {}
 };
 
 PEGASUS_NAMESPACE_END

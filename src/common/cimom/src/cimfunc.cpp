@@ -14,6 +14,8 @@ namespace Zentar {
 
 namespace {
 
+using Pegasus::Uint32;  // PEG_NOT_FOUND names it so
+
 enum ConnectionType : std::int32_t { kHttp = 0, kHttps = 1 };
 
 Pegasus::String ToCimString(const std::string& text) { return Pegasus::String(text.c_str()); }

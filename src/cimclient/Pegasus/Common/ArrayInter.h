@@ -1,4 +1,0 @@
-// Kept so that existing #include lines work.
-#pragma once
-
-#include "Pegasus/Common/Array.h"
