@@ -16,6 +16,7 @@ using namespace Pegasus;
 using Pegasus::detail::ObjectBody;
 using Pegasus::detail::PropertyBody;
 using Pegasus::detail::Shared;
+using Pegasus::detail::TypeNamed;
 using Pegasus::detail::ValueAccess;
 
 /// One PROPERTY, PROPERTY.ARRAY or PROPERTY.REFERENCE while it is read.

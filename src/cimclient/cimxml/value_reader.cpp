@@ -91,42 +91,17 @@ std::optional<CIMObject> ReadObject(std::string_view text, CIMType type) {
 
 /// Appends an element, or marks its place as unreadable.
 template <class Element>
-void AppendElement(ValueBody& body, Array<Element>& elements, std::optional<Element> element,
-                   const Element& placeholder) {
+void AppendElement(ValueBody& body, Array<Element>& elements, std::optional<Element> element) {
     if (!element) {
         body.unreadable.resize(elements.size() + 1);
         body.unreadable.back() = true;
     } else if (!body.unreadable.empty()) {
         body.unreadable.push_back(false);
     }
-    elements.append(element ? std::move(*element) : placeholder);
+    elements.append(element ? std::move(*element) : Element());
 }
-
-struct NamedType {
-    std::string_view name;
-    CIMType type;
-};
-
-/// The most frequent first. References and embedded objects have elements and attributes of their
-/// own.
-constexpr NamedType kNamedTypes[] = {
-    {"string", CIMTYPE_STRING},     {"uint16", CIMTYPE_UINT16}, {"boolean", CIMTYPE_BOOLEAN},
-    {"uint32", CIMTYPE_UINT32},     {"uint64", CIMTYPE_UINT64}, {"uint8", CIMTYPE_UINT8},
-    {"datetime", CIMTYPE_DATETIME}, {"sint32", CIMTYPE_SINT32}, {"sint64", CIMTYPE_SINT64},
-    {"sint16", CIMTYPE_SINT16},     {"sint8", CIMTYPE_SINT8},   {"real32", CIMTYPE_REAL32},
-    {"real64", CIMTYPE_REAL64},     {"char16", CIMTYPE_CHAR16},
-};
 
 }  // namespace
-
-std::optional<CIMType> TypeNamed(std::string_view name) {
-    for (const NamedType& type : kNamedTypes) {
-        if (name == type.name) {
-            return type.type;
-        }
-    }
-    return std::nullopt;
-}
 
 CIMValue ScalarFrom(CIMType type, const ValueText& text, TextCache& cache) {
     if (!text) {
@@ -142,14 +117,12 @@ CIMValue ScalarFrom(CIMType type, const ValueText& text, TextCache& cache) {
 
 CIMValue ArrayFrom(CIMType type, const std::vector<ValueText>& texts, TextCache& cache) {
     Shared<ValueBody> body(new ValueBody);
-    const CIMObject no_object{CIMInstance()};
     for (const ValueText& text : texts) {
         if (IsEmbedded(type)) {
-            AppendElement(*body, body->objects, text ? ReadObject(*text, type) : std::nullopt,
-                          no_object);
+            AppendElement(*body, body->objects, text ? ReadObject(*text, type) : std::nullopt);
         } else {
             AppendElement(*body, body->texts,
-                          text ? kTextReaders[type](*text, cache) : std::nullopt, String());
+                          text ? kTextReaders[type](*text, cache) : std::nullopt);
         }
     }
     return ValueAccess::MakeArray(type, std::move(body));

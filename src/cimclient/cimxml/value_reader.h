@@ -14,9 +14,6 @@ namespace cimclient {
 /// text that is read, and until the next property.
 using ValueText = std::optional<std::string_view>;
 
-/// The type that a TYPE attribute names.
-std::optional<Pegasus::CIMType> TypeNamed(std::string_view name);
-
 /// A text that does not suit the type gives null.
 Pegasus::CIMValue ScalarFrom(Pegasus::CIMType type, const ValueText& text, TextCache& cache);
 

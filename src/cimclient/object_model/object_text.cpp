@@ -1,6 +1,7 @@
 #include "object_model/object_text.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "object_model/value_texts.h"
 #include "reply_limits.h"
@@ -62,13 +63,13 @@ std::string TypeAttributes(CIMType type) {
         case CIMTYPE_INSTANCE:
             return " EmbeddedObject=\"instance\" TYPE=\"string\"";
         default:
-            return std::string(" TYPE=\"") + TypeName(type) + "\"";
+            return std::string(" TYPE=\"").append(NameOf(type)) + "\"";
     }
 }
 
 void AppendQualifier(std::string& out, const CIMConstQualifier& qualifier) {
     out.append("<QUALIFIER NAME=\"").append(qualifier.getName().getString().utf8());
-    out.append("\" TYPE=\"").append(TypeName(qualifier.getValue().getType())).append("\">\n");
+    out.append("\" TYPE=\"").append(NameOf(qualifier.getValue().getType())).append("\">\n");
     AppendContent(out, qualifier.getValue());
     out += "</QUALIFIER>\n";
 }
@@ -91,27 +92,17 @@ bool StandsForItself(char c) {
            c != '\'';
 }
 
-void AppendCharacterReference(std::string& out, char c) {
-    switch (c) {
-        case '<':
-            out += "&lt;";
-            break;
-        case '>':
-            out += "&gt;";
-            break;
-        case '&':
-            out += "&amp;";
-            break;
-        case '"':
-            out += "&quot;";
-            break;
-        case '\'':
-            out += "&apos;";
-            break;
-        default:
-            out += "&#" + std::to_string(static_cast<int>(c)) + ";";
-            break;
+constexpr std::pair<char, std::string_view> kEntities[] = {
+    {'<', "&lt;"}, {'>', "&gt;"}, {'&', "&amp;"}, {'"', "&quot;"}, {'\'', "&apos;"}};
+
+void AppendReference(std::string& out, char c) {
+    for (const auto& [character, reference] : kEntities) {
+        if (c == character) {
+            out += reference;
+            return;
+        }
     }
+    out += "&#" + std::to_string(static_cast<int>(c)) + ";";
 }
 
 void AppendObject(std::string& out, const ObjectBody& object) {
@@ -150,7 +141,7 @@ void AppendXmlEscaped(std::string& out, std::string_view text, std::size_t most_
         out.append(text.substr(0, plain));
         text.remove_prefix(plain);
         if (!text.empty()) {
-            AppendCharacterReference(out, text.front());
+            AppendReference(out, text.front());
             text.remove_prefix(1);
         }
     }

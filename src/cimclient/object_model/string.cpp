@@ -95,7 +95,8 @@ const String String::EMPTY;
 
 String::String() = default;
 String::String(const char* str) : body_(BodyUnlessEmpty(detail::Checked(str))) {}
-String::String(const String& str) : body_(str.getCString().body_) {}
+String::String(const String& str)
+    : body_(str.body_ && str.body_->utf16 ? BodyUnlessEmpty(str.utf8()) : str.body_) {}
 String::String(String&& str) noexcept = default;
 String::~String() = default;
 String& String::operator=(const String& str) { return *this = String(str); }

@@ -88,8 +88,8 @@ std::string RepairedUtf8(std::string_view text) {
 }
 
 std::size_t Utf16Length(std::string_view utf8) {
-    std::size_t units = 0;
-    for (const char c : utf8) {
+    std::size_t units = AsciiLength(utf8);
+    for (const char c : utf8.substr(units)) {
         units += IsContinuation(c) ? 0 : static_cast<Byte>(c) >= 0xF0 ? 2 : 1;
     }
     return units;

@@ -30,6 +30,21 @@ std::optional<Uint64> Digits(std::string_view text) {
     return IsHex(text) ? Whole<Uint64>(text.substr(2), 16) : Whole<Uint64>(text, 10);
 }
 
+struct NamedType {
+    std::string_view name;
+    CIMType type;
+};
+
+/// The most frequent first. References and embedded objects have elements and attributes of their
+/// own.
+constexpr NamedType kNamedTypes[] = {
+    {"string", CIMTYPE_STRING},     {"uint16", CIMTYPE_UINT16}, {"boolean", CIMTYPE_BOOLEAN},
+    {"uint32", CIMTYPE_UINT32},     {"uint64", CIMTYPE_UINT64}, {"uint8", CIMTYPE_UINT8},
+    {"datetime", CIMTYPE_DATETIME}, {"sint32", CIMTYPE_SINT32}, {"sint64", CIMTYPE_SINT64},
+    {"sint16", CIMTYPE_SINT16},     {"sint8", CIMTYPE_SINT8},   {"real32", CIMTYPE_REAL32},
+    {"real64", CIMTYPE_REAL64},     {"char16", CIMTYPE_CHAR16},
+};
+
 }  // namespace
 
 std::optional<Uint64> StrictUnsigned(std::string_view text) {
@@ -81,12 +96,22 @@ std::string RealText(Real64 value) {
     return std::string(text, end.ptr);
 }
 
-const char* TypeName(CIMType type) {
-    static const char* const kNames[] = {"boolean", "uint8",   "sint8",  "uint16",   "sint16",
-                                         "uint32",  "sint32",  "uint64", "sint64",   "real32",
-                                         "real64",  "char16",  "string", "datetime", "reference",
-                                         "object",  "instance"};
-    return kNames[type];
+std::optional<CIMType> TypeNamed(std::string_view name) {
+    for (const NamedType& named : kNamedTypes) {
+        if (name == named.name) {
+            return named.type;
+        }
+    }
+    return std::nullopt;
+}
+
+std::string_view NameOf(CIMType type) {
+    for (const NamedType& named : kNamedTypes) {
+        if (type == named.type) {
+            return named.name;
+        }
+    }
+    return {};
 }
 
 }  // namespace Pegasus::kalvex::detail

@@ -29,6 +29,8 @@ const char* BooleanText(Boolean value);
 /// The text that C's printf gives for "%.16e", whatever the locale.
 std::string RealText(Real64 value);
 
-const char* TypeName(CIMType type);
+/// The type of a TYPE attribute. References and embedded objects have none of their own.
+std::optional<CIMType> TypeNamed(std::string_view name);
+std::string_view NameOf(CIMType type);
 
 }  // namespace Pegasus::kalvex::detail

@@ -1,6 +1,6 @@
 // CIM objects, with their path: instances, or classes in replies.
 //
-// CIMInstance and CIMObject are handles: copies refer to one object. A default-constructed instance
+// CIMInstance and CIMObject are handles: copies refer to one object. A default-constructed handle
 // throws UninitializedObjectException in all its members.
 #pragma once
 
@@ -64,6 +64,7 @@ public:
 
 class CIMObject : public detail::ObjectHandle {
 public:
+    CIMObject() = default;
     CIMObject(const CIMInstance& x) : ObjectHandle(x) {}
     /// For the client's own rooms.
     explicit CIMObject(detail::Shared<detail::ObjectBody> body) : ObjectHandle(std::move(body)) {}
