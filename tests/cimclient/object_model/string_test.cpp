@@ -12,7 +12,7 @@ using namespace Pegasus;
 using support::FailureOf;
 using support::TextOf;
 
-constexpr const char* kOutOfBounds = "IndexOutOfBoundsException [index out of bounds]";
+constexpr const char* kBeyondEnd = "IndexOutOfBoundsException [index out of bounds]";
 
 TEST(String, CountsUtf16AndGivesUtf8) {
     const String text("\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80");
@@ -37,7 +37,7 @@ TEST(String, RefusesWhatIsNotUtf8) {
 TEST(String, GuardsItsBounds) {
     String text("abc");
     EXPECT_EQ(text[3], Char16());
-    EXPECT_EQ(FailureOf([&] { text[4]; }), kOutOfBounds);
+    EXPECT_EQ(FailureOf([&] { text[4]; }), kBeyondEnd);
 }
 
 TEST(String, MayHoldAZero) {
@@ -64,11 +64,11 @@ TEST(String, ChangesThroughAUnitWithoutItsCopies) {
 
 TEST(Array, GuardsItsBounds) {
     Array<Uint32> numbers;
-    EXPECT_EQ(FailureOf([&] { numbers[0]; }), kOutOfBounds);
+    EXPECT_EQ(FailureOf([&] { numbers[0]; }), kBeyondEnd);
     numbers.append(1);
     const Array<Uint32> constant = numbers;
-    EXPECT_EQ(FailureOf([&] { numbers[1]; }), kOutOfBounds);
-    EXPECT_EQ(FailureOf([&] { constant[1]; }), kOutOfBounds);
+    EXPECT_EQ(FailureOf([&] { numbers[1]; }), kBeyondEnd);
+    EXPECT_EQ(FailureOf([&] { constant[1]; }), kBeyondEnd);
 }
 
 TEST(Array, IsAValue) {
