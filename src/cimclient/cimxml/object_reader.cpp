@@ -57,17 +57,13 @@ std::optional<CIMType> EmbeddedType(const std::vector<CIMQualifier>& qualifiers)
     return std::nullopt;
 }
 
-CIMObjectPath PathOfClass(const CIMName& name) {
-    return CIMObjectPath(String(), CIMNamespaceName(), name);
-}
-
 /// The path that came with an object, whose spelling of the class name wins, or one of the class
 /// name alone.
 CIMObjectPath PathOf(const CIMName& class_name, const CIMObjectPath* path) {
     if (path == nullptr) {
-        return PathOfClass(class_name);
+        return CIMObjectPath(String(), CIMNamespaceName(), class_name);
     }
-    if (!(path->getClassName() == class_name)) {
+    if (path->getClassName() != class_name) {
         throw CIMClientResponseException(TypeMismatchException().getMessage());
     }
     return *path;

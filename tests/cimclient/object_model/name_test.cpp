@@ -23,7 +23,7 @@ TEST(Name, IsLettersDigitsAndUnderscores) {
 
 TEST(Name, ComparesWithoutRegardToCase) {
     EXPECT_EQ(CIMName("Foo"), CIMName("fOO"));
-    EXPECT_FALSE(CIMName("Foo") == CIMName("Fo"));
+    EXPECT_NE(CIMName("Foo"), CIMName("Fo"));
     EXPECT_EQ(CIMName("Foo"), "FOO");
 }
 
@@ -40,7 +40,7 @@ TEST(Name, ThatIsNullEqualsAnotherOnly) {
     EXPECT_TRUE(CIMName().isNull());
     EXPECT_EQ(TextOf(CIMName().getString()), "");
     EXPECT_EQ(CIMName(), CIMName());
-    EXPECT_FALSE(CIMName() == CIMName("a"));
+    EXPECT_NE(CIMName(), CIMName("a"));
 }
 
 TEST(Namespace, IsNamesBetweenSlashes) {
