@@ -80,8 +80,8 @@ protected:
         EXPECT_EQ(instances.size(), 3U);
         EXPECT_EQ(Associate(connection), 0);
         EXPECT_EQ(objects.size(), 1U);
-        instances.clear();
-        objects.clear();
+        instances = {};
+        objects = {};
     }
     /// Each failed allocation of `action` is thrown, and leaves the connection usable and both
     /// results empty.
@@ -146,7 +146,7 @@ TEST_P(FailedAllocationOver, OfAnEnumerationPassesToTheCaller) {
     const auto connection = Connect();
     ExpectThrowsEachTime(*connection, [&] {
         Enumerate(*connection);
-        instances.clear();
+        instances = {};
     });
 }
 
@@ -155,7 +155,7 @@ TEST_P(FailedAllocationOver, OfAnAssociationPassesToTheCaller) {
     const auto connection = Connect();
     ExpectThrowsEachTime(*connection, [&] {
         Associate(*connection);
-        objects.clear();
+        objects = {};
     });
 }
 

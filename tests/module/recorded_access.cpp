@@ -16,6 +16,8 @@ void Reset() {
 
 namespace {
 
+using Pegasus::Uint32;  // PEG_NOT_FOUND names it so
+
 template <class Text>
 std::string Narrow(const Text& text) {
     return std::string(text.getString().getCString());

@@ -14,21 +14,31 @@ namespace Pegasus::kalvex {
 
 namespace detail {
 
-/// The UTF-16 form of a text whose user was given a reference to a unit, through which the text may
-/// change at any time.
 struct Utf16Form {
     std::vector<Char16> units;  ///< with a terminating 0
-    std::string utf8;           ///< of the units when they were last asked for it
+    /// The user was given a reference to a unit, through which the text may change at any time.
+    bool leads = false;
+    std::string utf8;  ///< of the units when they were last asked for it, once they lead
 };
 
 /// The text of a String: this head, the UTF-8 bytes and a 0 in one allocation. UTF-8 leads, unless
-/// there is a UTF-16 form: then that leads, and the body is no longer shared.
+/// a reference to a unit is out: then the units lead, and the body is no longer shared.
 struct StringBody : Counted {
     static Shared<StringBody> Make(std::string_view text);
 
     char* Bytes() { return reinterpret_cast<char*>(this + 1); }
-    std::string_view Text() {
+    bool UnitsLead() const { return utf16 && utf16->leads; }
+    Utf16Form& Utf16() {
         if (!utf16) {
+            auto form = std::make_unique<Utf16Form>();
+            form->units = ToUtf16(Text());
+            form->units.push_back(Char16());
+            utf16 = std::move(form);
+        }
+        return *utf16;
+    }
+    std::string_view Text() {
+        if (!UnitsLead()) {
             return {Bytes(), size};
         }
         utf16->utf8 = ToUtf8(utf16->units.data(), utf16->units.size() - 1);
@@ -96,15 +106,20 @@ const String String::EMPTY;
 String::String() = default;
 String::String(const char* str) : body_(BodyUnlessEmpty(detail::Checked(str))) {}
 String::String(const String& str)
-    : body_(str.body_ && str.body_->utf16 ? BodyUnlessEmpty(str.utf8()) : str.body_) {}
+    : body_(str.body_ && str.body_->UnitsLead() ? BodyUnlessEmpty(str.utf8()) : str.body_) {}
 String::String(String&& str) noexcept = default;
 String::~String() = default;
 String& String::operator=(const String& str) { return *this = String(str); }
 String& String::operator=(String&& str) noexcept = default;
 
 Uint32 String::size() const {
-    return static_cast<Uint32>(body_ && body_->utf16 ? body_->utf16->units.size() - 1
-                                                     : detail::Utf16Length(utf8()));
+    return static_cast<Uint32>(body_ && body_->UnitsLead() ? body_->utf16->units.size() - 1
+                                                           : detail::Utf16Length(utf8()));
+}
+
+const Char16* String::getChar16Data() const {
+    static const Char16 terminator;
+    return body_ ? body_->Utf16().units.data() : &terminator;
 }
 
 StringBody& String::Editable() {
@@ -119,19 +134,15 @@ Char16& String::operator[](Uint32 index) {
         throw IndexOutOfBoundsException();
     }
     StringBody& body = Editable();
-    if (!body.utf16) {
-        auto form = std::make_unique<detail::Utf16Form>();
-        form->units = detail::ToUtf16(body.Text());
-        form->units.push_back(Char16());
-        body.utf16 = std::move(form);
-        // What is stale must not outlive a secret that is overwritten unit by unit.
-        std::memset(body.Bytes(), 0, body.size);
-    }
-    return body.utf16->units[index];
+    detail::Utf16Form& form = body.Utf16();
+    // What is stale must not outlive a secret that is overwritten unit by unit.
+    std::memset(body.Bytes(), 0, body.size);
+    form.leads = true;
+    return form.units[index];
 }
 
 CString String::getCString() const {
-    return CString(body_ && body_->utf16 ? BodyUnlessEmpty(utf8()) : body_);
+    return CString(body_ && body_->UnitsLead() ? BodyUnlessEmpty(utf8()) : body_);
 }
 
 std::string_view String::utf8() const { return body_ ? body_->Text() : std::string_view(); }

@@ -48,7 +48,7 @@ struct Failure {
     /// The CIM status (DSP0200) or HTTP status (RFC 9110) that the kind stands for; 0 without one.
     std::int32_t code = 0;
     std::string operation;    ///< "connect", "EnumerateInstances", "Associators", "read property"
-    std::string name_space;   ///< the CIM namespace that was addressed
+    std::string name_space;   ///< the CIM namespace that was addressed; may be empty
     std::string class_name;   ///< the class asked for: enumerated, or associated; may be empty
     std::string association;  ///< the association class of "Associators"
     std::string text;         ///< the reason in words, in part the host's; UTF-8, may be empty

@@ -64,6 +64,11 @@ public:
     CannotConnectException(const String& message) : Exception(message) {}
 };
 
+class CannotCreateSocketException : public Exception {
+public:
+    CannotCreateSocketException() : Exception("Cannot create socket") {}
+};
+
 class SSLException : public Exception {
 public:
     SSLException(const String& message) : Exception("SSL Exception: " + message) {}

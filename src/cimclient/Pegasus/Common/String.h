@@ -39,6 +39,8 @@ public:
     String& operator=(String&& str) noexcept;
 
     Uint32 size() const;
+    /// The units, with a 0 after them, until the text changes. Not for two threads at once.
+    const Char16* getChar16Data() const;
     /// Position `size()` gives 0; beyond it IndexOutOfBoundsException.
     Char16& operator[](Uint32 index);
     CString getCString() const;

@@ -429,7 +429,6 @@ void PropertyReader::NoteUnreadable(const Pegasus::CIMObjectPath& path, const st
     Failure failure;
     failure.kind = FailureKind::kValueUnreadable;
     failure.operation = "read property";
-    failure.name_space = ToText(path.getNameSpace().getString());
     failure.class_name = ToText(path.getClassName().getString());
     failure.text = property + ": " + reason;
     access_->Note(std::move(failure));
