@@ -5,6 +5,7 @@
 #include "cimxml/request_writer.h"
 #include "cimxml/response_reader.h"
 #include "client/client_settings.h"
+#include "client/host_words.h"
 #include "client/session.h"
 #include "explained.h"
 
@@ -16,6 +17,12 @@ class ClientSession : public cimclient::Session {};
 
 struct ClientAccess {
     static ClientSession& SessionOf(CIMClient& client) { return *client.session_; }
+};
+
+struct ExceptionAccess {
+    static void SetMessage(Exception& exception, const std::string& valid_utf8) {
+        exception.message_ = String::FromUtf8(valid_utf8);
+    }
 };
 
 }  // namespace detail
@@ -37,14 +44,21 @@ Objects Perform(cimclient::Session& session, const char* method, const Request& 
     }
     const Uint32 id = NextMessageId();
     Objects objects;
-    const bool is_whole = session.Exchange(
-        {method, std::string(request.name_space.getString().utf8()),
-         cimclient::WriteRequest(request, id)},
-        [&](const cimclient::Session::BodySource& body) { objects = read(body, id); });
-    // An error may have stood in the trailers that never came.
-    if (!is_whole) {
-        throw cimclient::Of<CIMClientMalformedHTTPException>(Zentar::FailureKind::kBadReply,
-                                                             "Connection closed by CIM Server.");
+    try {
+        const bool is_whole = session.Exchange(
+            {method, std::string(request.name_space.getString().utf8()),
+             cimclient::WriteRequest(request, id)},
+            [&](const cimclient::Session::BodySource& body) { objects = read(body, id); });
+        // An error may have stood in the trailers that never came.
+        if (!is_whole) {
+            throw cimclient::Of<CIMClientMalformedHTTPException>(
+                Zentar::FailureKind::kBadReply, "Connection closed by CIM Server.");
+        }
+    } catch (Exception& e) {
+        // Messages quote the host, which may say anything, at any length.
+        detail::ExceptionAccess::SetMessage(
+            e, cimclient::FitForLogs(e.getMessage().utf8(), session.credentials()));
+        throw;
     }
     return objects;
 }

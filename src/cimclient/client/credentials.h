@@ -19,8 +19,13 @@ public:
     /// The value of an Authorization field. The caller wipes its copies.
     const std::string& AuthorizationValue() const { return value_; }
 
+    /// Puts asterisks in place of the encoded credentials and, when it has 6 characters or more, of
+    /// the password. A shorter one would take innocent words with it.
+    void RemoveFrom(std::string& text) const;
+
 private:
     std::string value_;
+    std::size_t user_bytes_ = 0;  ///< of the decoded value, before the colon
 };
 
 /// Overwrites all the memory that the text has, and empties it.

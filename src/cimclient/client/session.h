@@ -46,6 +46,8 @@ public:
     /// ended before trailers in which an error could have stood.
     [[nodiscard]] bool Exchange(const Operation& operation, const BodyReader& read_body);
 
+    const Credentials& credentials() const { return credentials_; }
+
 private:
     Limit FromNow(std::chrono::milliseconds time) const;
     void Open(const Limit& limit);

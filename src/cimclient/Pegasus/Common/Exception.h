@@ -7,6 +7,10 @@
 
 PEGASUS_NAMESPACE_BEGIN
 
+namespace detail {
+struct ExceptionAccess;
+}
+
 class Exception {
 public:
     Exception(const String& message) : message_(message) {}
@@ -16,6 +20,7 @@ public:
     virtual const String& getMessage() const { return message_; }
 
 private:
+    friend struct detail::ExceptionAccess;
     String message_;
 };
 
