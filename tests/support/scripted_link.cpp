@@ -60,6 +60,16 @@ bool ScriptedLink::Send(std::string_view bytes) {
     return true;
 }
 
+bool ScriptedLink::SendTicket() {
+    return SSL_new_session_ticket(tls_.get()) == 1 &&
+           Driven([this] { return SSL_do_handshake(tls_.get()); }) == 1;
+}
+
+bool ScriptedLink::SendKeyUpdate() {
+    return SSL_key_update(tls_.get(), SSL_KEY_UPDATE_NOT_REQUESTED) == 1 &&
+           Driven([this] { return SSL_do_handshake(tls_.get()); }) == 1;
+}
+
 void ScriptedLink::AwaitDelivery() {
     int unacknowledged = 1;
     while (unacknowledged != 0 && ioctl(socket_, SIOCOUTQ, &unacknowledged) == 0) {
@@ -88,8 +98,8 @@ void ScriptedLink::Drop() {
 }
 
 void ScriptedLink::Reset() {
-    const linger no_farewell = {1, 0};
-    setsockopt(socket_, SOL_SOCKET, SO_LINGER, &no_farewell, sizeof no_farewell);
+    const linger at_once = {1, 0};
+    setsockopt(socket_, SOL_SOCKET, SO_LINGER, &at_once, sizeof at_once);
     close(socket_);
     socket_ = -1;
 }

@@ -28,6 +28,9 @@ public:
     std::string Receive(std::size_t most);
     /// False when the client has hung up.
     bool Send(std::string_view bytes);
+    /// One more message of TLS 1.3 that carries no data. False when the client has hung up.
+    bool SendTicket();
+    bool SendKeyUpdate();
     void AwaitDelivery();
     /// Waits for this long or until the client has hung up; tells whether it has.
     bool HangsUpWithin(int milliseconds);

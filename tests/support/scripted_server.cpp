@@ -77,16 +77,18 @@ std::string RecordedRequest::Header(const std::string& name) const {
 
 std::string RecordedRequest::MessageId() const { return Between(body, "<MESSAGE ID=\"", "\""); }
 
-Step AwaitRequest() { return {Step::kAwaitRequest, {}}; }
-Step AwaitByte() { return {Step::kAwaitByte, {}}; }
-Step Send(std::string text) { return {Step::kSend, std::move(text)}; }
-Step Drip(std::string text) { return {Step::kDrip, std::move(text)}; }
-Step Flood(std::string text) { return {Step::kFlood, std::move(text)}; }
-Step AwaitDelivery() { return {Step::kAwaitDelivery, {}}; }
-Step AwaitCue() { return {Step::kAwaitCue, {}}; }
-Step Close() { return {Step::kClose, {}}; }
-Step Drop() { return {Step::kDrop, {}}; }
-Step Reset() { return {Step::kReset, {}}; }
+Step AwaitRequest() { return {Step::kAwaitRequest, {}, 0}; }
+Step AwaitByte() { return {Step::kAwaitByte, {}, 0}; }
+Step Send(std::string text) { return {Step::kSend, std::move(text), 0}; }
+Step Drip(std::string text) { return {Step::kDrip, std::move(text), 0}; }
+Step Flood(std::string text) { return {Step::kFlood, std::move(text), 0}; }
+Step SendTickets(int count) { return {Step::kSendTickets, {}, count}; }
+Step SendKeyUpdates(int count) { return {Step::kSendKeyUpdates, {}, count}; }
+Step AwaitDelivery() { return {Step::kAwaitDelivery, {}, 0}; }
+Step AwaitCue() { return {Step::kAwaitCue, {}, 0}; }
+Step Close() { return {Step::kClose, {}, 0}; }
+Step Drop() { return {Step::kDrop, {}, 0}; }
+Step Reset() { return {Step::kReset, {}, 0}; }
 
 Conversation Replies(const std::vector<std::string>& replies) {
     Conversation conversation;
@@ -251,6 +253,14 @@ void ScriptedServer::Perform(ScriptedLink& link, const Step& step, RecordedReque
             break;
         case Step::kFlood:
             while (link.Send(step.text)) {
+            }
+            break;
+        case Step::kSendTickets:
+            for (int i = 0; i < step.count && !link.HangsUpWithin(0) && link.SendTicket(); ++i) {
+            }
+            break;
+        case Step::kSendKeyUpdates:
+            for (int i = 0; i < step.count && !link.HangsUpWithin(0) && link.SendKeyUpdate(); ++i) {
             }
             break;
         case Step::kAwaitDelivery:

@@ -32,19 +32,22 @@ struct RecordedRequest {
 /// One thing that the server does on a connection.
 struct Step {
     enum Kind {
-        kAwaitRequest,   ///< reads and records one whole request
-        kAwaitByte,      ///< reads one byte, no more
-        kSend,           ///< sends the text; @ID@ in it becomes the last request's message ID
-        kDrip,           ///< sends the text's last byte again and again until the client hangs up
-        kFlood,          ///< sends the text over and over until the client hangs up
-        kAwaitDelivery,  ///< waits until all that was sent has reached the client
-        kAwaitCue,       ///< waits for ScriptedServer::Cue
-        kClose,          ///< closes the connection as is proper
-        kDrop,           ///< closes the TCP connection without a word of TLS
-        kReset,          ///< resets the TCP connection
+        kAwaitRequest,    ///< reads and records one whole request
+        kAwaitByte,       ///< reads one byte, no more
+        kSend,            ///< sends the text; @ID@ in it becomes the last request's message ID
+        kDrip,            ///< sends the text's last byte again and again until the client hangs up
+        kFlood,           ///< sends the text over and over until the client hangs up
+        kSendTickets,     ///< sends so many session tickets of TLS 1.3
+        kSendKeyUpdates,  ///< the same with key updates
+        kAwaitDelivery,   ///< waits until all that was sent has reached the client
+        kAwaitCue,        ///< waits for ScriptedServer::Cue
+        kClose,           ///< closes the connection as is proper
+        kDrop,            ///< closes the TCP connection without a word of TLS
+        kReset,           ///< resets the TCP connection
     };
     Kind kind;
     std::string text;
+    int count = 0;
 };
 
 Step AwaitRequest();
@@ -52,6 +55,9 @@ Step AwaitByte();
 Step Send(std::string text);
 Step Drip(std::string text);
 Step Flood(std::string text);
+/// Fewer when the client hangs up.
+Step SendTickets(int count);
+Step SendKeyUpdates(int count);
 Step AwaitDelivery();
 Step AwaitCue();
 Step Close();

@@ -223,4 +223,39 @@ TEST_F(Tls, LeavesTheProcesssSettingsAlone) {
     SSL_CTX_free(context);
 }
 
+/// What a host may send at any length though it says nothing.
+struct Flood {
+    const char* name;
+    Step (*send)(int count);
+    int some;  ///< takes more than a few reads, and fits into the buffers on the way
+};
+
+class TlsFlood : public Tls, public ::testing::WithParamInterface<Flood> {};
+
+TEST_P(TlsFlood, OnAnIdleConnectionMakesItStale) {
+    ServeTls(
+        {Replies({AnswerOf(1)}) + Conversation{GetParam().send(GetParam().some), AwaitDelivery()},
+         Replies({AnswerOf(2)})});
+    EXPECT_EQ(ConnectTrustingAll(), kConnected);
+    EXPECT_EQ(Enumerate(), "1 objects");
+    server->AwaitEndOf(0);
+    EXPECT_EQ(Enumerate(), "2 objects");
+    EXPECT_EQ(server->connections(), 2U);
+}
+
+TEST_P(TlsFlood, InPlaceOfAnAnswerEndsAtTheLimitOrBefore) {
+    constexpr int kEndless = 1'000'000'000;
+    ServeTls({{AwaitRequest(), GetParam().send(kEndless)}});
+    EXPECT_EQ(ConnectTrustingAll(), kConnected);
+    client.setTimeout(wire::kShortTimeout);
+    EXPECT_THAT(Enumerate(), ::testing::AnyOf("ConnectionTimeoutException [connection timed out]",
+                                              "CIMClientMalformedHTTPException [Connection closed "
+                                              "by CIM Server.]"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, TlsFlood,
+                         ::testing::Values(Flood{"Tickets", SendTickets, 500},
+                                           Flood{"KeyUpdates", SendKeyUpdates, 5000}),
+                         [](const auto& test) { return std::string(test.param.name); });
+
 }  // namespace
