@@ -8,10 +8,15 @@ namespace command {
 
 enum ExitStatus : int {
     kExitDone = 0,
-    kExitPartly = 1,   ///< some sections failed; for `supported`: the host is not
-    kExitUsage = 2,    ///< the command line or a file it names is wrong
-    kExitNothing = 3,  ///< nothing could be read
+    kExitPartly = 1,    ///< some sections failed; for `supported`: the host is not
+    kExitUsage = 2,     ///< the command line or a file it names is wrong
+    kExitNothing = 3,   ///< nothing could be read
+    kExitSignal = 128,  ///< plus the number of the signal that interrupted it
 };
+
+/// The whole line, for what catches std::bad_alloc.
+inline constexpr const char* kTooLittleMemory =
+    "kalvex: there is too little memory to read on; free some, or name fewer sections\n";
 
 /// The text is for people: what happened, and what to try. It goes to standard error as one line,
 /// with the control characters of names that it quotes made visible.
@@ -28,11 +33,6 @@ private:
 class UsageError : public CommandError {
 public:
     explicit UsageError(const std::string& message) : CommandError(kExitUsage, message) {}
-};
-
-class UnreachableError : public CommandError {
-public:
-    explicit UnreachableError(const std::string& message) : CommandError(kExitNothing, message) {}
 };
 
 }  // namespace command

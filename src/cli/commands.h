@@ -10,6 +10,7 @@ namespace command {
 
 void AddInventoryCommand(CLI::App& program, int& exit_status);
 void AddSupportedCommand(CLI::App& program, int& exit_status);
+void AddFingerprintCommand(CLI::App& program, int& exit_status);
 void AddSimulateCommand(CLI::App& program, int& exit_status);
 
 }  // namespace command

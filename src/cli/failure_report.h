@@ -1,32 +1,36 @@
-// Tells on standard error why something could not be read.
+// Says on standard error why something could not be read.
 #pragma once
 
+#include <cstdint>
 #include <iosfwd>
 #include <string>
 #include <vector>
 
-#include "cli/failure_log.h"
+#include "common/records/failure.h"
 
 namespace command {
 
-/// "MEANING (REASON)", fit for a terminal.
-std::string DescribeFailure(const Failure& failure);
-
-/// Collects failures by section and tells each distinct one once.
+/// Collects failures by section and reports each distinct one once.
 class FailureReport {
 public:
-    /// Notes why a section failed, or was read only in part.
-    void Add(const std::string& section, const std::vector<Failure>& failures);
+    /// Notes why a section failed, was read only in part, or was not asked for.
+    void Add(const std::string& section, const std::vector<Zentar::Failure>& failures);
+
+    /// Notes that some were too many to be kept.
+    void AddDropped(std::uint64_t count) { dropped_ += count; }
 
     /// One line per distinct failure: the sections it struck, what happened, what to try.
     void Write(std::ostream& out) const;
 
 private:
     struct Entry {
-        Failure failure;
-        std::string sections;
+        std::string key;
+        std::string description;
+        const char* advice;
+        std::vector<std::string> sections;
     };
     std::vector<Entry> entries_;
+    std::uint64_t dropped_ = 0;
 };
 
 }  // namespace command

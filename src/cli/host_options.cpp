@@ -10,8 +10,6 @@ namespace command {
 
 namespace {
 
-constexpr double kLongestConnectTimeout = 3600;
-
 /// An IPv6 address as URLs write it.
 std::string WithoutBrackets(const std::string& host) {
     const bool bracketed = host.size() > 2 && host.front() == '[' && host.back() == ']';
@@ -69,23 +67,25 @@ void AddTransportOption(CLI::App& app, Transport& transport) {
         ->default_str("https");
 }
 
-void AddHostOptions(CLI::App& app, HostOptions& options) {
+void AddAddressOptions(CLI::App& app, HostOptions& options, const std::string& default_port) {
     app.add_option("--host", options.host, "Name or address of the host to read")
         ->type_name("HOST");
-    app.add_option("--port", options.port, "TCP port [5989 for https, 5988 for http]")
+    app.add_option("--port", options.port, "TCP port [" + default_port + "]")
         ->check(CLI::Range(1, 65535).description(""))
         ->type_name("N");
+    AddConnectLimit(app, options.limits);
+}
+
+void AddHostOptions(CLI::App& app, HostOptions& options) {
+    AddAddressOptions(app, options, "5989 for https, 5988 for http");
+    AddReadingLimits(app, options.limits);
     AddTransportOption(app, options.transport);
     app.add_option("--user", options.user, "User name on the host")->type_name("NAME");
     app.add_option("--password-file", options.password_file,
                    "File that holds the password, - for standard input; else the environment "
                    "variable KALVEX_PASSWORD, else it is asked on the terminal")
         ->type_name("FILE");
-    app.add_option("--connect-timeout", options.connect_timeout,
-                   "Seconds to wait for the first connection")
-        ->check(CLI::Range(0.001, kLongestConnectTimeout).description(""))
-        ->type_name("SECONDS")
-        ->capture_default_str();
+    AddTrustOptions(app, options.trust);
     app.add_option_function<std::string>(
            "--simulated",
            [&options](const std::string& file) {
@@ -113,6 +113,7 @@ void CheckHostOptions(HostOptions& options) {
     }
     options.host = WithoutBrackets(options.host);
     CheckHostName(options.host);
+    CheckTrustOptions(options.trust, options.transport == Transport::kHttps);
 }
 
 }  // namespace command

@@ -5,7 +5,9 @@
 #include <optional>
 #include <string>
 
+#include "cli/limit_options.h"
 #include "cli/simulation_options.h"
+#include "cli/trust_options.h"
 
 namespace CLI {
 class App;
@@ -24,7 +26,8 @@ struct HostOptions {
     bool simulated = false;
     std::string description_file;  ///< of the simulated host; empty for the built-in one
     SimulationOptions simulation;
-    double connect_timeout = 5;  ///< seconds
+    LimitOptions limits;
+    TrustOptions trust;
 
     std::uint16_t PortOrDefault() const;
 };
@@ -32,6 +35,9 @@ struct HostOptions {
 /// Adds the options to a command; they are read and checked when it is parsed. The structure has
 /// to outlive the parsing.
 void AddHostOptions(CLI::App& app, HostOptions& options);
+
+/// Adds --host, --port, whose default is described, and --connect-timeout alone.
+void AddAddressOptions(CLI::App& app, HostOptions& options, const std::string& default_port);
 
 /// Adds --transport alone.
 void AddTransportOption(CLI::App& app, Transport& transport);

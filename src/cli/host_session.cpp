@@ -1,11 +1,15 @@
 #include "cli/host_session.h"
 
+#include <algorithm>
+#include <iostream>
 #include <utility>
 
-#include "cli/connection_probe.h"
+#include "cli/command_error.h"
+#include "cli/loopback.h"
 #include "cli/password.h"
 #include "cli/simulated_host.h"
 #include "common/platform/wipe.h"
+#include "inventory/failure_meanings.h"
 #include "module/exsi/kalvex.h"
 #include "simhost/server.h"
 
@@ -13,52 +17,101 @@ namespace command {
 
 namespace {
 
+using Zentar::Failure;
+using Zentar::ZentarConnection::ConnectionInfo;
+using Zentar::ZentarConnection::ConnectionOptions;
+
 /// Through the host's own CIM server.
 constexpr std::int32_t kCimCase = 2;
 
-const LogOptions& Opened(const LogOptions& log) {
-    OpenLog(log);
-    return log;
+ConnectionInfo InfoOf(const HostOptions& options, const std::string& password) {
+    ConnectionInfo info;
+    info.host = options.host;
+    info.port = options.PortOrDefault();
+    info.user = options.user;
+    info.password = password;
+    info.connection_type = options.transport == Transport::kHttps ? 1 : 0;
+    info.connection_case = kCimCase;
+    return info;
+}
+
+/// Somebody waits for the command: a host that does not answer is not tried again and again.
+ConnectionOptions ConnectionOptionsOf(const HostOptions& options) {
+    ConnectionOptions connection;
+    connection.connect_attempts = 1;
+    connection.pause_after_last_attempt = false;
+    connection.connect_limit = Milliseconds(options.limits.connect);
+    connection.request_limit = Milliseconds(options.limits.request);
+    connection.deadline = Milliseconds(options.limits.host);
+    connection.give_up = true;
+    connection.ca_file = options.trust.ca_file;
+    connection.fingerprints = options.trust.fingerprints;
+    return connection;
+}
+
+void WarnOfPlainCredentials(const HostOptions& options) {
+    if (options.transport == Transport::kHttp && !options.user.empty() && !options.simulated &&
+        !IsLoopback(options.host)) {
+        std::cerr << "kalvex: warning: --transport http lets everyone on the way read the user "
+                     "name and password; use https"
+                  << std::endl;
+    }
 }
 
 }  // namespace
 
 HostSession::HostSession(HostOptions options, const LogOptions& log)
-    : options_(std::move(options)), failures_(Opened(log).level) {
+    : options_(std::move(options)) {
+    OpenLog(log);
     CheckHostOptions(options_);
+    if (options_.simulated) {
+        options_.host = options_.simulation.address;
+    }
+    Secret password;
+    if (!options_.simulated || !options_.user.empty()) {
+        password = PasswordSource(options_).Take();
+        WarnOfPlainCredentials(options_);
+    }
+    interruption_ = std::make_unique<Interruption>([cancel = cancel_] { cancel.Cancel(); });
     if (options_.simulated) {
         StartSimulatedHost();
     }
-    if (options_.simulated && options_.user.empty()) {
-        ProbeConnection(options_);
-        Connect({});
-        return;
-    }
-    PasswordSource password(options_);
-    ProbeConnection(options_);
-    Connect(password.Take().text());
+    Connect(password.text(), !log.GoesToStandardError());
 }
 
 HostSession::~HostSession() = default;
+
+std::string HostSession::Connecting() const {
+    return "connecting to " + name() + " port " + std::to_string(port());
+}
 
 void HostSession::StartSimulatedHost() {
     constexpr std::uint16_t kAnyPort = 0;
     server_ = command::StartSimulatedHost(options_.description_file, options_.transport, kAnyPort,
                                           options_.simulation);
-    options_.host = options_.simulation.address;
     options_.port = server_->port();
 }
 
-void HostSession::Connect(const std::string& password) {
-    Zentar::ZentarConnection::ConnectionInfo info;
-    info.host = options_.host;
-    info.port = port();
-    info.user = options_.user;
-    info.password = password;
-    info.connection_type = options_.transport == Transport::kHttps ? 1 : 0;
-    info.connection_case = kCimCase;
-    host_ = std::make_unique<Zentar::Agentless::Kalvex>(info);
+void HostSession::Connect(const std::string& password, bool shows_progress) {
+    progress_ = std::make_unique<Progress>(name(), shows_progress);
+    progress_->Show("connecting");
+    ConnectionInfo info = InfoOf(options_, password);
+    ConnectionOptions connection = ConnectionOptionsOf(options_);
+    connection.cancel = cancel_;
+    host_ = std::make_unique<Zentar::Agentless::Kalvex>(info, connection);
     Zentar::Wipe(info.password);
+    progress_->Hide();
+    connecting_failures_ = host_->TakeFailures().failures;
+    CheckConnectionInfo();
+}
+
+void HostSession::CheckConnectionInfo() const {
+    const auto wrong = std::ranges::find(connecting_failures_,
+                                         Zentar::FailureKind::kBadConnectionInfo, &Failure::kind);
+    if (wrong != connecting_failures_.end()) {
+        throw UsageError(inventory::DescribeFailure(*wrong) + "; " +
+                         inventory::MeaningOf(wrong->kind).advice);
+    }
 }
 
 }  // namespace command

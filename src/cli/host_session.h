@@ -3,10 +3,14 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
-#include "cli/failure_log.h"
 #include "cli/host_options.h"
+#include "cli/interruption.h"
 #include "cli/log_options.h"
+#include "cli/progress.h"
+#include "common/cancel/cancel_handle.h"
+#include "common/records/failure.h"
 
 namespace Zentar::Agentless {
 class Kalvex;
@@ -19,28 +23,38 @@ namespace command {
 
 class HostSession {
 public:
-    /// Opens the log, finds the password, sees whether the host can be connected to, and connects.
-    /// Throws CommandError when something is missing or wrong, or the host does not answer.
+    /// Opens the log, finds the password, and connects, from when on SIGINT and SIGTERM cancel.
+    /// Throws CommandError when something is missing or wrong. A host that does not answer is in
+    /// the failures of connecting.
     HostSession(HostOptions options, const LogOptions& log);
     ~HostSession();
     HostSession(const HostSession&) = delete;
     HostSession& operator=(const HostSession&) = delete;
 
     Zentar::Agentless::Kalvex& host() { return *host_; }
-    FailureLog& failures() { return failures_; }
+    Progress& progress() { return *progress_; }
+    const Interruption& interruption() const { return *interruption_; }
+    /// What connecting met; its consequences come up again in what is read.
+    const std::vector<Zentar::Failure>& connecting_failures() const { return connecting_failures_; }
 
     /// Where the host is, the simulated one too.
     const std::string& name() const { return options_.host; }
     std::uint16_t port() const { return options_.PortOrDefault(); }
+    /// "connecting to HOST port N", as failures name it.
+    std::string Connecting() const;
 
 private:
     void StartSimulatedHost();
-    void Connect(const std::string& password);
+    void Connect(const std::string& password, bool shows_progress);
+    void CheckConnectionInfo() const;
 
     HostOptions options_;
-    FailureLog failures_;
+    Zentar::CancelHandle cancel_ = Zentar::CancelHandle::Make();
+    std::unique_ptr<Interruption> interruption_;
     std::unique_ptr<simhost::Server> server_;
+    std::unique_ptr<Progress> progress_;
     std::unique_ptr<Zentar::Agentless::Kalvex> host_;
+    std::vector<Zentar::Failure> connecting_failures_;
 };
 
 }  // namespace command

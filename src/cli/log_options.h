@@ -1,6 +1,7 @@
 // The options about the module's log.
 #pragma once
 
+#include <optional>
 #include <string>
 
 namespace CLI {
@@ -10,13 +11,17 @@ class App;
 namespace command {
 
 struct LogOptions {
-    unsigned level = 1;
-    std::string file;  ///< empty for standard error
+    std::optional<unsigned> level;  ///< nothing: 1 with a file, else nothing is logged
+    std::string file;               ///< empty for standard error
+
+    unsigned LevelOrDefault() const { return level.value_or(file.empty() ? 0 : 1); }
+    bool GoesToStandardError() const { return file.empty() && LevelOrDefault() > 0; }
 };
 
 void AddLogOptions(CLI::App& app, LogOptions& options);
 
-/// Sends the log where the options say. Throws UsageError when the file cannot be written.
+/// Sends the log where the options say, at their level. Throws UsageError when the file cannot be
+/// written.
 void OpenLog(const LogOptions& options);
 
 }  // namespace command

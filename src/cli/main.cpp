@@ -1,6 +1,8 @@
 // The kalvex command.
 #include <CLI/CLI.hpp>
+#include <cstdio>
 #include <iostream>
+#include <new>
 
 #include "cli/command_error.h"
 #include "cli/commands.h"
@@ -19,6 +21,12 @@ constexpr const char* kExample =
 int Fail(const std::string& message, int status) {
     std::cerr << "kalvex: " << DisplayText(message) << std::endl;
     return status;
+}
+
+/// Takes no memory.
+int FailForMemory() {
+    std::fputs(kTooLittleMemory, stderr);
+    return kExitNothing;
 }
 
 int FinishParsing(const CLI::App& program, const CLI::ParseError& error) {
@@ -47,6 +55,7 @@ int Run(int argc, char** argv) {
     program.footer(kExample);
     AddInventoryCommand(program, exit_status);
     AddSupportedCommand(program, exit_status);
+    AddFingerprintCommand(program, exit_status);
     AddSimulateCommand(program, exit_status);
     try {
         program.parse(argc, argv);
@@ -56,14 +65,27 @@ int Run(int argc, char** argv) {
     return AfterOutput(exit_status);
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int Main(int argc, char** argv) {
     try {
         return Run(argc, argv);
     } catch (const CommandError& error) {
         return Fail(error.what(), error.status());
+    } catch (const std::bad_alloc&) {
+        return FailForMemory();
     } catch (const std::exception& error) {
         return Fail(std::string("stopped by an unexpected failure: ") + error.what(), kExitNothing);
+    } catch (...) {
+        return Fail("stopped by an unexpected failure of unknown kind", kExitNothing);
+    }
+}
+
+}  // namespace
+
+/// Saying what happened may take more memory than there is, too.
+int main(int argc, char** argv) {
+    try {
+        return Main(argc, argv);
+    } catch (...) {
+        return FailForMemory();
     }
 }

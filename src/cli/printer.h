@@ -5,8 +5,9 @@
 #include <iosfwd>
 #include <memory>
 #include <string>
+#include <vector>
 
-#include "cli/sections.h"
+#include "inventory/section_reading.h"
 
 namespace command {
 
@@ -15,12 +16,15 @@ namespace command {
 class Printer {
 public:
     virtual ~Printer() = default;
-    virtual void Begin(const std::string& host, std::uint16_t port) = 0;
-    virtual void Print(const char* section, const SectionContent& content) = 0;
+    /// With the failures that connecting met.
+    virtual void Begin(const std::string& host, std::uint16_t port,
+                       const std::vector<Zentar::Failure>& failures) = 0;
+    virtual void Print(const inventory::SectionReading& reading) = 0;
     virtual void End() = 0;
 };
 
-/// Both write to a stream that outlives them.
+/// Both write to a stream that outlives them. As text nothing is written of a host that was not
+/// asked for any section.
 std::unique_ptr<Printer> MakeTextPrinter(std::ostream& out);
 std::unique_ptr<Printer> MakeJsonPrinter(std::ostream& out);
 

@@ -4,7 +4,6 @@
 
 #include "cli/command_error.h"
 #include "cli/commands.h"
-#include "cli/failure_explanation.h"
 #include "cli/failure_report.h"
 #include "cli/host_session.h"
 #include "module/exsi/kalvex.h"
@@ -16,30 +15,54 @@ namespace {
 constexpr const char* kExample =
     "Example:\n"
     "  kalvex supported --host esx01.example.com --user root\n\n"
-    "Exit status: 0 supported, 1 unsupported, 2 wrong usage, 3 the host could not be asked.";
+    "Exit status: 0 supported, 1 unsupported, 2 wrong usage, 3 the host could not be asked, 130 "
+    "interrupted, 143 terminated.";
 
 struct SupportedOptions {
     HostOptions host;
     LogOptions log;
 };
 
-/// The host's own refusal of the request is an answer to the question; any other failure is none.
+using Zentar::Failure;
+using Zentar::FailureKind;
+
+/// The CIM server's own refusal of the request is an answer to the question; any other failure is
+/// none.
 bool LeavesUnanswered(const Failure& failure) {
-    return Explain(failure.reason).cause != Cause::kCimError;
+    constexpr std::int32_t kCimAccessDenied = 2;  // DSP0200; HTTP says 403
+    switch (failure.kind) {
+        case FailureKind::kUnknownNamespace:
+        case FailureKind::kUnknownClass:
+        case FailureKind::kCimError:
+            return false;
+        case FailureKind::kNotPermitted:
+            return failure.code != kCimAccessDenied;
+        default:
+            return true;
+    }
 }
+
+/// Of the request, or of connecting for it.
+bool IsOfRequest(const Failure& failure) { return !failure.class_name.empty(); }
 
 int RunSupported(const SupportedOptions& options) {
     HostSession session(options.host, options.log);
+    session.progress().Show("asking");
     const bool unsupported = session.host().IsUnSpportedEXSIVersion();
-    const std::vector<Failure> failures = session.failures().Take();
-    if (!unsupported && std::ranges::any_of(failures, LeavesUnanswered)) {
+    session.progress().Hide();
+    const std::vector<Failure> failures = session.host().TakeFailures().failures;
+    const bool is_unanswered = std::ranges::any_of(failures, [](const Failure& failure) {
+        return IsOfRequest(failure) && LeavesUnanswered(failure);
+    });
+    if (is_unanswered) {
         FailureReport report;
+        report.Add(session.Connecting(), session.connecting_failures());
         report.Add("supported", failures);
         report.Write(std::cerr);
-        return kExitNothing;
+        return session.interruption().StatusOr(kExitNothing);
     }
     std::cout << (unsupported ? "unsupported" : "supported") << std::endl;
-    return unsupported ? kExitPartly : kExitDone;
+    return session.interruption().StatusOr(unsupported ? kExitPartly : kExitDone);
 }
 
 }  // namespace

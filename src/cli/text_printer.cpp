@@ -1,12 +1,21 @@
 #include <algorithm>
 #include <ostream>
+#include <sstream>
 
 #include "cli/display_text.h"
 #include "cli/printer.h"
+#include "inventory/failure_meanings.h"
 
 namespace command {
 
 namespace {
+
+using inventory::Cell;
+using inventory::Column;
+using inventory::SectionReading;
+using inventory::Shape;
+using inventory::Status;
+using inventory::Table;
 
 constexpr const char* kColumnGap = "  ";
 constexpr const char* kAbsent = "-";  ///< the host has no such property, or an empty one
@@ -52,23 +61,41 @@ std::vector<std::size_t> WidthsOf(const std::vector<Line>& lines) {
     return widths;
 }
 
+const char* WordsOf(Status status) {
+    switch (status) {
+        case Status::kOk:
+            return "";
+        case Status::kPartial:
+            return "Read in part";
+        case Status::kUnavailable:
+        case Status::kFailed:
+            return "Could not be read";
+        case Status::kSkipped:
+            return "Not asked for";
+    }
+    return "";
+}
+
 class TextPrinter : public Printer {
 public:
     explicit TextPrinter(std::ostream& out) : out_(out) {}
 
-    void Begin(const std::string& host, std::uint16_t port) override {
-        out_ << "Inventory of " << DisplayText(host) << ", port " << port << std::endl;
+    void Begin(const std::string& host, std::uint16_t port,
+               const std::vector<Zentar::Failure>& /*failures*/) override {
+        text_ << "Inventory of " << DisplayText(host) << ", port " << port << '\n';
     }
 
-    void Print(const char* /*section*/, const SectionContent& content) override {
-        for (const Table& table : content.tables) {
+    void Print(const SectionReading& reading) override {
+        for (const Table& table : reading.content.tables) {
             WriteTitle(table);
-            if (table.failed) {
-                out_ << "Could not be read: " << table.failure << ".\n";
-            }
+            WriteStatus(table);
             WriteRows(table);
         }
-        out_.flush();
+        was_asked_ = was_asked_ || reading.status != Status::kSkipped;
+        if (was_asked_) {
+            out_ << text_.str() << std::flush;
+            text_.str({});
+        }
     }
 
     void End() override { out_.flush(); }
@@ -79,7 +106,18 @@ private:
         if (table.head.shape == Shape::kList && !table.rows.empty()) {
             title += " (" + std::to_string(table.rows.size()) + ")";
         }
-        out_ << '\n' << title << '\n' << std::string(DisplayWidth(title), '=') << '\n';
+        text_ << '\n' << title << '\n' << std::string(DisplayWidth(title), '=') << '\n';
+    }
+
+    void WriteStatus(const Table& table) {
+        const char* const words = WordsOf(table.status);
+        if (*words != '\0') {
+            text_ << words;
+            if (table.cause) {
+                text_ << ": " << inventory::MeaningOf(*table.cause).meaning;
+            }
+            text_ << ".\n";
+        }
     }
 
     void WriteRows(const Table& table) {
@@ -87,8 +125,8 @@ private:
             WriteRecord(table);
         } else if (!table.rows.empty()) {
             WriteList(table);
-        } else if (!table.failed) {
-            out_ << "The host has none.\n";
+        } else if (table.status == Status::kOk) {
+            text_ << "The host has none.\n";
         }
     }
 
@@ -100,9 +138,10 @@ private:
         const std::size_t width = WidthsOf(headings).front();
         const Line values = ShownRow(table.rows.front());
         const bool nothing_read = std::ranges::count(values, kAbsent) == std::ssize(values);
-        for (std::size_t i = 0; i < values.size() && !(table.failed && nothing_read); ++i) {
+        for (std::size_t i = 0; i < values.size() && !(table.status != Status::kOk && nothing_read);
+             ++i) {
             const std::string heading = table.columns[i].heading;
-            out_ << heading << Padding(width, heading) << kColumnGap << values[i] << '\n';
+            text_ << heading << Padding(width, heading) << kColumnGap << values[i] << '\n';
         }
     }
 
@@ -128,13 +167,15 @@ private:
             const std::string padding = Padding(widths[i], line[i]);
             const bool is_last = i + 1 == line.size();
             const bool is_number = IsNumber(sample[i]);
-            out_ << (i == 0 ? "" : kColumnGap) << (is_number ? padding : "") << line[i]
-                 << (is_number || is_last ? "" : padding);
+            text_ << (i == 0 ? "" : kColumnGap) << (is_number ? padding : "") << line[i]
+                  << (is_number || is_last ? "" : padding);
         }
-        out_ << '\n';
+        text_ << '\n';
     }
 
     std::ostream& out_;
+    std::ostringstream text_;  ///< not written yet
+    bool was_asked_ = false;
 };
 
 }  // namespace

@@ -67,38 +67,19 @@ protected:
     }
 };
 
-// Before the module is asked: one attempt, at once.
-
-TEST_F(BadInput, ClosedPortIsReportedAtOnce) {
-    const Finished finished =
-        Run({"inventory", "--host", "127.0.0.1", "--port", std::to_string(ClosedPort())});
-    EXPECT_THAT(finished, Complains(3, "refused the connection; check --port"));
-}
+// Hosts that cannot be connected to: one attempt, no pause, one line.
 
 TEST_F(BadInput, ClosedPortIsReportedAtOnceForEveryAddressOfAName) {
     const Finished finished = Run({"supported", "--host", "localhost", "--transport", "http",
                                    "--port", std::to_string(ClosedPort())});
-    EXPECT_THAT(finished, Complains(3, "localhost port "));
-}
-
-TEST_F(BadInput, UnknownHostNameIsReportedAtOnce) {
-    for (const char* command : {"inventory", "supported"}) {
-        EXPECT_THAT(Run({command, "--host", "no-such-host.invalid"}),
-                    Complains(3, "cannot find the host \"no-such-host.invalid\""));
-    }
+    EXPECT_THAT(finished, Complains(3, "connecting to localhost port "));
 }
 
 TEST_F(BadInput, SilentPortIsReportedAfterTheConnectTimeout) {
     Serve(Https());
     Server().InjectFault(Faults::StallOnConnect());
     EXPECT_THAT(Inventory({"--connect-timeout", "0.2"}),
-                Complains(3, "made no TLS handshake within 0.2 seconds"));
-}
-
-TEST_F(BadInput, SshBannerInPlaceOfTlsIsReportedAtOnce) {
-    Serve(Https());
-    Server().InjectFault(Faults::RawOnConnect(kSshBanner));
-    EXPECT_THAT(Inventory(), Complains(3, "answers, but not with TLS"));
+                Complains(3, "did not answer in time (while making the TLS connection"));
 }
 
 TEST_F(BadInput, PlainHttpInPlaceOfTlsPointsToTheTransport) {
@@ -106,14 +87,14 @@ TEST_F(BadInput, PlainHttpInPlaceOfTlsPointsToTheTransport) {
     for (const char* command : {"inventory", "supported"}) {
         const Finished finished = Run({command, "--host", "127.0.0.1", "--connect-timeout", "0.2",
                                        "--port", std::to_string(Server().port())});
-        EXPECT_THAT(finished, Complains(3, "use --transport http"));
+        EXPECT_THAT(finished, Complains(3, "--transport"));
     }
 }
 
 TEST_F(BadInput, ConnectionClosedDuringTlsIsReportedAtOnce) {
     Serve(Https());
     Server().InjectFault(Faults::CloseOnConnect());
-    EXPECT_THAT(Inventory(), Complains(3, "during the TLS handshake"));
+    EXPECT_THAT(Inventory(), Complains(3, "while making the TLS connection"));
 }
 
 // While the module reads.
@@ -151,17 +132,15 @@ TEST_F(BadInput, MissingAccountIsRefusedLikeAWrongPassword) {
     ExpectNothingRead({"os"}, "refused the user name or password", "check --user");
 }
 
-TEST_F(BadInput, WrongPasswordIsNotOfferedAgainForEverySection) {
+TEST_F(BadInput, WrongPasswordIsOfferedOnce) {
     Serve(WithAccount());
     Run({ToHost("inventory", {"--user", kUser}), {{"KALVEX_PASSWORD", "wrong-secret"}}});
-    const auto requests = Server().requests();
-    // The computer system is read through two connections, each of which logs in once.
-    EXPECT_EQ(std::ranges::count_if(requests,
+    EXPECT_EQ(std::ranges::count_if(Server().requests(),
                                     [](const simhost::Request& request) {
                                         return request.head.find("Authorization:") !=
                                                std::string::npos;
                                     }),
-              2);
+              1);
 }
 
 TEST_F(BadInput, WrongPasswordStillGivesACompleteJsonObject) {
@@ -174,23 +153,23 @@ TEST_F(BadInput, WrongPasswordStillGivesACompleteJsonObject) {
                                                   "slots": []})"));
 }
 
-TEST_F(BadInput, HtmlPageIsNoCimServer) {
+TEST_F(BadInput, HtmlPageIsNotACimServer) {
     Serve();
     Server().InjectFault(Faults::Raw(
         "HTTP/1.1 200 OK\r\nContent-Type: text/html\r\nContent-Length: 6\r\n\r\n<html>"));
-    ExpectNothingRead({"os"}, "it is no CIM server", "check --host, --port and --transport");
+    ExpectNothingRead({"os"}, "it is not a CIM server", "check --host, --port and --transport");
 }
 
-TEST_F(BadInput, WebServerThatDoesNotKnowThePathIsNoCimServer) {
+TEST_F(BadInput, WebServerThatDoesNotKnowThePathIsNotACimServer) {
     Serve();
     Server().InjectFault(Faults::HttpStatus(404, "Not Found"));
-    ExpectNothingRead({"os"}, "it is no CIM server", "HTTP Error (404 Not Found).");
+    ExpectNothingRead({"os"}, "it is not a CIM server", "HTTP Error (404 Not Found).");
 }
 
-TEST_F(BadInput, SshBannerInPlaceOfHttpIsNoCimServer) {
+TEST_F(BadInput, SshBannerInPlaceOfHttpIsNotACimServer) {
     Serve();
     Server().InjectFault(Faults::Raw(kSshBanner));
-    ExpectNothingRead({"os"}, "it is no CIM server", "check --host, --port and --transport");
+    ExpectNothingRead({"os"}, "it is not a CIM server", "check --host, --port and --transport");
 }
 
 TEST_F(BadInput, PlainHttpToATlsPortPointsToTheTransport) {
@@ -203,14 +182,14 @@ TEST_F(BadInput, PlainHttpToATlsPortPointsToTheTransport) {
         EXPECT_EQ(finished.status, 3);
         const auto lines = Explanations(finished);
         ASSERT_THAT(lines, SizeIs(1)) << finished.err;
-        EXPECT_THAT(lines[0], HasSubstr("check that --transport fits the port"));
+        EXPECT_THAT(lines[0], HasSubstr("closed the connection unanswered"));
     }
 }
 
 TEST_F(BadInput, TlsAlertInPlaceOfHttpPointsToTheTransport) {
     Serve();
     Server().InjectFault(Faults::Raw({"\x15\x03\x01\0\x02\x02\x16", 7}));
-    ExpectNothingRead({"os"}, "it is no CIM server", "--transport");
+    ExpectNothingRead({"os"}, "it is not a CIM server", "--transport");
 }
 
 TEST_F(BadInput, ReplyCutInHalfIsExplainedWhereverItIsCut) {
@@ -218,7 +197,7 @@ TEST_F(BadInput, ReplyCutInHalfIsExplainedWhereverItIsCut) {
     for (const std::size_t bytes : {200U, 400U, 700U, 701U, 705U, 720U}) {
         Server().ClearFaults();
         Server().InjectFault(Faults::Truncate(bytes));
-        ExpectNothingRead({"os"}, "reply was cut off", "try again");
+        ExpectNothingRead({"os"}, "reply is damaged", "try again");
     }
 }
 
@@ -236,10 +215,8 @@ TEST_F(BadInput, OverloadedHostIsExplained) {
 
 TEST_F(BadInput, WhatIsReadBesideAMissingClassIsPrinted) {
     Serve(WithoutClass("root/cimv2", "VMware_EthernetPort"));
-    ExpectAllButPortsRead(
-        "the host does not have this kind of inventory: the class is unknown "
-        "(CIM_ERR_INVALID_CLASS: VMware_EthernetPort)",
-        "install the CIM provider");
+    ExpectAllButPortsRead("the host does not have this kind of inventory: the class is unknown",
+                          "install the CIM provider");
 }
 
 TEST_F(BadInput, WhatIsReadBesideAReplyCutInHalfIsPrinted) {
@@ -247,7 +224,7 @@ TEST_F(BadInput, WhatIsReadBesideAReplyCutInHalfIsPrinted) {
     Fault cut = Faults::Truncate(700);
     cut.only_class = "VMware_EthernetPort";
     Server().InjectFault(cut);
-    ExpectAllButPortsRead("the host's reply was cut off", "try again");
+    ExpectAllButPortsRead("the host's reply is damaged", "try again");
 }
 
 TEST_F(BadInput, AFailedSectionHasResultOneInJson) {
@@ -272,7 +249,8 @@ TEST_F(BadInput, HostWithoutTheHardwareNamespaceIsReadInPart) {
     Serve(host);
     const Finished finished = Inventory({"system"});
     EXPECT_EQ(finished.status, 0);
-    EXPECT_THAT(finished.out, HasSubstr("Manufacturer   Contoso"));
+    EXPECT_THAT(finished.out, AllOf(HasSubstr("Manufacturer   Contoso"),
+                                    HasSubstr("Read in part: the host does not have")));
     const auto lines = Explanations(finished);
     ASSERT_THAT(lines, SizeIs(1)) << finished.err;
     EXPECT_THAT(lines[0], HasSubstr("namespace is unknown"));

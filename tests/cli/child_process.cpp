@@ -81,6 +81,9 @@ ChildProcess::ChildProcess(const std::string& program, Start start) {
         // The first terminal that a session's leader opens becomes its own.
         constexpr int kUnused = 100;
         posix_spawn_file_actions_addopen(&actions, kUnused, ptsname(terminal_), O_RDWR, 0);
+        if (start.errors_on_terminal) {
+            posix_spawn_file_actions_adddup2(&actions, kUnused, STDERR_FILENO);
+        }
         posix_spawn_file_actions_addclose(&actions, kUnused);
         slave_ = open(ptsname(terminal_), O_RDWR | O_NOCTTY | O_CLOEXEC);
     }
@@ -132,6 +135,19 @@ std::string ChildProcess::ReadTerminalUntil(const std::string& end) {
     while (shown.find(end) == std::string::npos && ReadSome(terminal_, shown)) {
     }
     return shown;
+}
+
+void ChildProcess::AwaitOutput() const {
+    pollfd output{out_, POLLIN, 0};
+    Check(poll(&output, 1, -1) > 0, "poll");
+}
+
+std::string ChildProcess::RestOfTerminal() {
+    const std::string end = "<end>";
+    const auto length = static_cast<ssize_t>(end.size());
+    Check(write(slave_, end.data(), end.size()) == length, "write to the terminal");
+    std::string shown = ReadTerminalUntil(end);
+    return shown.substr(0, shown.size() - end.size());
 }
 
 void ChildProcess::Type(const std::string& text) {

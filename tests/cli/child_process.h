@@ -20,6 +20,7 @@ struct Start {
     std::map<std::string, std::string> environment{};  ///< on top of the test's own
     std::string input{};                               ///< standard input, then its end
     bool terminal = false;                             ///< with a terminal of its own, else none
+    bool errors_on_terminal = false;                   ///< standard error is that terminal
 };
 
 /// Killed on destruction if it still runs.
@@ -34,6 +35,10 @@ public:
 
     /// The next line of standard output, as soon as it is there.
     std::string ReadLine();
+    /// Waits until it has begun to write standard output, or has ended.
+    void AwaitOutput() const;
+    /// Everything that the terminal has got and was not read yet; once the command has ended.
+    std::string RestOfTerminal();
     /// Everything that the command has shown on its terminal, up to `end`.
     std::string ReadTerminalUntil(const std::string& end);
     void Type(const std::string& text);

@@ -77,12 +77,25 @@ Finished CommandTest::Inventory(const std::vector<std::string>& more) const {
     return Run(ToHost("inventory", more));
 }
 
-Json CommandTest::Sections(const std::vector<std::string>& more, int expected_status) const {
+Json CommandTest::Document(const std::vector<std::string>& more, int expected_status) const {
     std::vector<std::string> arguments = ToHost("inventory", {"--format", "json"});
     arguments.insert(arguments.end(), more.begin(), more.end());
     const Finished finished = Run(arguments);
     EXPECT_EQ(finished.status, expected_status) << finished.err;
-    return Json::parse(finished.out).at("sections");
+    return Json::parse(finished.out);
+}
+
+Json CommandTest::Sections(const std::vector<std::string>& more, int expected_status) const {
+    return Document(more, expected_status).at("sections");
+}
+
+std::string CommandTest::FingerprintOfHost() const {
+    const Finished finished =
+        Run({"fingerprint", "--host", "127.0.0.1", "--port", std::to_string(server_->port())});
+    const std::string heading = "fingerprint:\n";
+    const std::size_t at = finished.out.find(heading);
+    EXPECT_NE(at, std::string::npos) << finished.err;
+    return finished.out.substr(at + heading.size(), finished.out.size() - at - heading.size() - 1);
 }
 
 std::string CommandTest::WriteFile(const std::string& name, const std::string& content) const {

@@ -28,7 +28,7 @@ protected:
     static simhost::ServerOptions Https();
     /// With the account of kUser and kPassword.
     static simhost::ServerOptions WithAccount(simhost::ServerOptions options = Http());
-    simhost::Server& Server() { return *server_; }
+    simhost::Server& Server() const { return *server_; }
 
     /// The small host's description, to be changed.
     static Json SmallHost();
@@ -46,8 +46,12 @@ protected:
                                     const std::vector<std::string>& more = {}) const;
     /// `kalvex inventory` of the host on the network.
     Finished Inventory(const std::vector<std::string>& more = {}) const;
-    /// The same in JSON; parses what it printed.
+    /// The same in JSON; parses what it printed: all of it, or the sections alone.
+    Json Document(const std::vector<std::string>& more = {}, int expected_status = 0) const;
     Json Sections(const std::vector<std::string>& more = {}, int expected_status = 0) const;
+
+    /// The value that --fingerprint takes for the host on the network.
+    std::string FingerprintOfHost() const;
 
     /// A new file in a folder of the test's own.
     std::string WriteFile(const std::string& name, const std::string& content) const;

@@ -1,137 +1,118 @@
-// From the module's log messages to explanations for people.
+// What the command says about failures, and how it goes on after them.
 #include <gmock/gmock.h>
 
+#include <new>
+#include <nlohmann/json.hpp>
 #include <sstream>
 
-#include "cli/failure_explanation.h"
-#include "cli/failure_log.h"
 #include "cli/failure_report.h"
-#include "common/log/log_control.h"
-#include "common/log/log_message.h"
+#include "cli/inventory_run.h"
+#include "cli/loopback.h"
+#include "module/exsi/kalvex.h"
 
 namespace {
 
 using namespace command;
-using testing::ElementsAre;
-using testing::EndsWith;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::SizeIs;
+using inventory::Section;
+using inventory::SectionContent;
+using inventory::Shape;
+using inventory::Table;
+using Zentar::Failure;
+using Zentar::FailureKind;
+using Zentar::FailurePhase;
+using Zentar::Agentless::Kalvex;
 
-struct Meaning {
-    const char* reason;
-    Cause cause;
-    const char* meaning;
-};
-
-class Explanations : public testing::TestWithParam<Meaning> {};
-
-TEST_P(Explanations, TellCauseMeaningAndRemedy) {
-    const Explanation& explanation = Explain(GetParam().reason);
-    EXPECT_EQ(explanation.cause, GetParam().cause);
-    EXPECT_THAT(explanation.meaning, HasSubstr(GetParam().meaning));
-    EXPECT_STRNE(explanation.remedy, "");
+Failure Of(FailureKind kind, const char* text, const char* class_name) {
+    Failure failure;
+    failure.kind = kind;
+    failure.text = text;
+    failure.class_name = class_name;
+    return failure;
 }
 
-const Meaning kMeanings[] = {
-    {"HTTP Error (401 Unauthorized).", Cause::kRefused, "user name or password"},
-    {"HTTP Error (401 Unauthorized).", Cause::kRefused, "lacks the CIM permission"},
-    {"HTTP Error (403 Forbidden).", Cause::kRefused, "does not let this account"},
-    {"HTTP Error (503 Service Unavailable).", Cause::kUnreachable, "overloaded"},
-    {"HTTP Error (500 Internal Server Error).", Cause::kUnreachable, "CIM service failed"},
-    {"HTTP Error (404 Not Found).", Cause::kNoCimServer, "no CIM server"},
-    {"Bad Content-Type HTTP header; text/html", Cause::kNoCimServer, "no CIM server"},
-    {"Malformed HTTP response message.", Cause::kNoCimServer, "no CIM server"},
-    {"Connection closed by CIM Server.", Cause::kUnreachable, "closed the connection"},
-    {"connection timed out", Cause::kUnreachable, "did not answer in time"},
-    {"Cannot connect to esx:5989. Connection failed.", Cause::kUnreachable, "connected"},
-    {"Invalid locator: esx:5989", Cause::kUnreachable, "resolved"},
-    {"One or more tags are still open: on line 7", Cause::kBadReply, "cut off"},
-    {"Semantic error: on line 6: duplicate property", Cause::kBadReply, "CIM-XML"},
-    {"Bad attribute value: on line 6", Cause::kBadReply, "cut off or is damaged"},
-    {"Validation error: on line 1: Expected <?xml ... ?> style declaration", Cause::kBadReply,
-     "cut off or is no CIM-XML"},
-    {"CIM_ERR_INVALID_NAMESPACE: root/ibmsd", Cause::kCimError, "namespace is unknown"},
-    {"CIM_ERR_INVALID_CLASS: X", Cause::kCimError, "class is unknown"},
-    {"Class not found", Cause::kCimError, "class is unknown"},
-    {"Provider not found or not loadable", Cause::kCimError, "not running"},
-    {"CIM_ERR_ACCESS_DENIED", Cause::kCimError, "does not let this account"},
-    {"ThreadPool --- Failed to enqueue request", Cause::kUnreachable, "overloaded"},
-    {"The disk mentions HTTP Error (401 in passing", Cause::kCimError, "reported an error"},
-    {"", Cause::kCimError, "reported an error"},
-};
-
-INSTANTIATE_TEST_SUITE_P(, Explanations, testing::ValuesIn(kMeanings));
-
-class FailureLogTest : public testing::Test {
-protected:
-    ~FailureLogTest() override { Zentar::SetMinLogLevel(1); }
-
-    static void LogRequestFor(const char* class_name) {
-        ZENTAR_LOG(3) << "The value of class name is:" << class_name;
-    }
-};
-
-TEST_F(FailureLogTest, RemembersReasonsWithTheClassThatWasAskedFor) {
-    FailureLog log(0);
-    LogRequestFor("OMC_Chassis");
-    ZENTAR_LOG(1) << "Enumerate instances failed with the reason: connection timed out";
-    EXPECT_THAT(log.Take(), ElementsAre(Failure{"OMC_Chassis", "connection timed out", true}));
-    EXPECT_THAT(log.Take(), IsEmpty());
-}
-
-TEST_F(FailureLogTest, RemembersARepeatedFailureOnce) {
-    FailureLog log(0);
-    for (int i = 0; i < 3; ++i) {
-        ZENTAR_LOG(1) << "Enumerate associators failed with the reason: busy";
-    }
-    EXPECT_THAT(log.Take(), ElementsAre(Failure{"", "busy", false}));
-}
-
-TEST_F(FailureLogTest, AssociatorsAndPropertiesAreNoWholeRequests) {
-    FailureLog log(0);
-    LogRequestFor("IBMSG_PCIDevice");
-    ZENTAR_LOG(3) << "Calling GetCIMArrayFromAssociators()";
-    ZENTAR_LOG(1) << "Enumerate associators failed with the reason: x";
-    ZENTAR_LOG(1) << "Get properties from CIM instance failed with the reason: y";
-    EXPECT_THAT(log.Take(), ElementsAre(Failure{"", "x", false}, Failure{"", "y", false}));
-}
-
-TEST_F(FailureLogTest, KeepsAReasonWithoutText) {
-    FailureLog log(0);
-    ZENTAR_LOG(1) << "Enumerate instances failed with the reason: ";
-    EXPECT_THAT(log.Take(), ElementsAre(Failure{"", "", true}));
-}
-
-TEST_F(FailureLogTest, ForwardsOnlyUpToItsLevel) {
-    testing::internal::CaptureStderr();
-    {
-        FailureLog log(2);
-        for (unsigned level = 1; level <= 4; ++level) {
-            ZENTAR_LOG(level) << "level" << level << ";";
-        }
-    }
-    const std::string written = testing::internal::GetCapturedStderr();
-    EXPECT_THAT(written, testing::AllOf(HasSubstr("level1;"), HasSubstr("level2;")));
-    EXPECT_EQ(written.find("level3;"), std::string::npos);
-}
-
-TEST(FailureReport, TellsEachFailureOnceWithItsSections) {
-    FailureReport report;
-    const Failure refused{"A", "HTTP Error (401 Unauthorized).", true};
-    report.Add("system", {refused, refused});
-    report.Add("os", {refused});
-    report.Add("pci", {{"B", "odd\x1B\nline", true}, {"C", "", true}});
+std::string Written(const FailureReport& report) {
     std::ostringstream out;
     report.Write(out);
-    EXPECT_EQ(out.str(),
+    return out.str();
+}
+
+TEST(FailureReport, ReportsEachFailureOnceWithItsSections) {
+    FailureReport report;
+    const Failure refused = Of(FailureKind::kCredentialsRefused, "HTTP Error (401).", "A");
+    Failure skipped = Of(FailureKind::kCredentialsRefused, "HTTP Error (401).", "B");
+    skipped.was_asked = false;
+    report.Add("system", {refused, refused});
+    report.Add("os", {skipped});
+    report.Add("pci", {Of(FailureKind::kCimError, "odd\x1B\nline", "B"),
+                       Of(FailureKind::kCimError, "", "C")});
+    EXPECT_EQ(Written(report),
               "kalvex: system, os: the host refused the user name or password, or the account "
-              "lacks the CIM permission (HTTP Error (401 Unauthorized).); check --user and the "
-              "password\n"
+              "lacks the CIM permission (HTTP Error (401).); check --user and the password\n"
               "kalvex: pci: the host reported an error (odd\\x1B\\nline); try again, and look "
               "into the host's CIM service if it persists\n"
               "kalvex: pci: the host reported an error (no reason given for C); try again, and "
               "look into the host's CIM service if it persists\n");
+}
+
+TEST(FailureReport, SaysWhatWasUnderWay) {
+    FailureReport report;
+    Failure timed_out = Of(FailureKind::kTimedOut, "", "");
+    timed_out.phase = FailurePhase::kTlsHandshake;
+    report.Add("connecting", {timed_out});
+    EXPECT_THAT(Written(report),
+                testing::StartsWith("kalvex: connecting: the host did not answer "
+                                    "in time (while making the TLS connection); "));
+}
+
+TEST(FailureReport, SaysThatSomeWereTooMany) {
+    FailureReport report;
+    EXPECT_EQ(Written(report), "");
+    report.AddDropped(7);
+    EXPECT_EQ(Written(report), "kalvex: 7 more failures were too many to be kept\n");
+}
+
+TEST(Loopback, IsThisMachineAlone) {
+    for (const char* host : {"127.0.0.1", "127.255.0.9", "::1", "0:0:0:0:0:0:0:1", "LocalHost"}) {
+        EXPECT_TRUE(IsLoopback(host)) << host;
+    }
+    for (const char* host :
+         {"128.0.0.1", "10.127.0.1", "::2", "localhost.example.com", "esx", ""}) {
+        EXPECT_FALSE(IsLoopback(host)) << host;
+    }
+}
+
+SectionContent OneThing(Kalvex* host) {
+    Table table{{"record", "Thing", Shape::kOneRecord}, {{"name_", "Name"}}, {{"read"}}};
+    if (host == nullptr) {
+        table.rows = {{""}};
+    }
+    return {host == nullptr ? 1 : 0, {table}};
+}
+
+SectionContent TooMuch(Kalvex* host) {
+    if (host != nullptr) {
+        throw std::bad_alloc();
+    }
+    return OneThing(host);
+}
+
+TEST(InventoryRun, PrintsWhatWasReadBeforeMemoryRanOut) {
+    Kalvex nowhere({}, {});
+    std::ostringstream out;
+    const auto printer = MakeJsonPrinter(out);
+    Progress progress("host", false);
+    FailureReport report;
+    InventoryRun run(nowhere, *printer, progress, report);
+    printer->Begin("host", 1, {});
+    run.Read({{"first", OneThing}, {"second", TooMuch}, {"third", OneThing}});
+    printer->End();
+    const auto sections = nlohmann::json::parse(out.str()).at("sections");
+    EXPECT_EQ(sections.at("first").at("result"), 0);
+    EXPECT_EQ(sections.at("first").at("record").at("name_"), "read");
+    EXPECT_EQ(sections.at("second").at("result"), 1);
+    EXPECT_EQ(sections.at("third").at("record").at("name_"), "");
+    EXPECT_TRUE(run.RanOutOfMemory());
+    EXPECT_EQ(run.Status(), kExitNothing);
 }
 
 }  // namespace

@@ -37,7 +37,8 @@ TEST_F(InventoryCommand, JsonHoldsEveryFieldOfEverySection) {
     const Json expected = {
         {"host", "127.0.0.1"},
         {"port", Server().port()},
-        {"sections", Json::parse(ReadFile(TestData("small-host.sections.json")))}};
+        {"sections", Json::parse(ReadFile(TestData("small-host.sections.json")))},
+        {"failures", Json::array()}};
     EXPECT_EQ(finished.out.substr(0, finished.out.size() - 1), [&] {
         std::string text = expected.dump(2);
         // The one character that the command escapes beyond what JSON demands.
@@ -181,13 +182,25 @@ TEST_F(InventoryCommand, LogGoesToAFileInstead) {
     EXPECT_THAT(log, HasSubstr("Calling destructor of Kalvex\n"));
 }
 
-TEST_F(InventoryCommand, LevelZeroLogsNothingButFailuresAreStillExplained) {
+TEST_F(InventoryCommand, NothingIsLoggedUnlessAskedForButFailuresAreExplained) {
     Serve();
     Server().InjectFault(simhost::Faults::CimErrorElement(1, "out of luck"));
-    const Finished finished = Inventory({"os", "--log-level", "0"});
-    EXPECT_EQ(finished.err,
-              "kalvex: os: the host reported an error (out of luck); try again, and look into the "
-              "host's CIM service if it persists\n");
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{"os"}, {"os", "--log-level", "0"}}) {
+        EXPECT_EQ(Inventory(arguments).err,
+                  "kalvex: os: the host reported an error (out of luck); try again, and look into "
+                  "the host's CIM service if it persists\n");
+    }
+}
+
+TEST_F(InventoryCommand, ALogFileAloneIsWrittenAtLevelOne) {
+    Serve();
+    Server().InjectFault(simhost::Faults::CimErrorElement(1, "out of luck"));
+    const Finished finished = Inventory({"os", "--log-file", PathOf("kalvex.log")});
+    EXPECT_THAT(finished, testing::Field(&Finished::err, testing::StartsWith("kalvex: os: ")));
+    EXPECT_THAT(ReadFile(PathOf("kalvex.log")),
+                testing::AllOf(HasSubstr(" [1] "), testing::Not(HasSubstr(" [2] ")),
+                               testing::Not(HasSubstr(" [3] "))));
 }
 
 TEST_F(InventoryCommand, FullDiskIsReported) {

@@ -55,8 +55,8 @@ TEST_F(SupportedCommand, HostThatCannotBeAskedIsNeither) {
     Serve();
     const std::pair<simhost::Fault, const char*> answers[] = {
         {Faults::Truncate(700), "cut off"},
-        {Faults::ContentType("text/html"), "it is no CIM server"},
-        {Faults::Raw("SSH-2.0-OpenSSH_9.2p1\r\n"), "it is no CIM server"},
+        {Faults::ContentType("text/html"), "it is not a CIM server"},
+        {Faults::Raw("SSH-2.0-OpenSSH_9.2p1\r\n"), "it is not a CIM server"},
     };
     for (const auto& [fault, meaning] : answers) {
         Server().ClearFaults();
@@ -67,7 +67,19 @@ TEST_F(SupportedCommand, HostThatCannotBeAskedIsNeither) {
 
 TEST_F(SupportedCommand, ClosedPortIsReportedAtOnce) {
     EXPECT_THAT(Run({"supported", "--host", "127.0.0.1", "--port", std::to_string(ClosedPort())}),
-                Complains(3, "refused the connection"));
+                Complains(3, "Connection refused"));
+}
+
+TEST_F(SupportedCommand, ARefusalByTheCimServerIsAnAnswer) {
+    Serve();
+    for (const unsigned code : {1U, 2U, 5U, 6U, 7U}) {
+        Server().ClearFaults();
+        Server().InjectFault(Faults::CimErrorElement(code, "no"));
+        EXPECT_EQ(Supported().out, "supported\n") << code;
+    }
+    Server().ClearFaults();
+    Server().InjectFault(Faults::HttpStatus(403, "Forbidden"));
+    EXPECT_THAT(Supported(), Complains(3, "does not let this account"));
 }
 
 class SimulateCommand : public CommandTest {

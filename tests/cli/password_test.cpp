@@ -99,13 +99,14 @@ TEST_F(Password, IsNotAskedForWithoutATerminalAndAUser) {
     EXPECT_EQ(finished.status, 0) << finished.err;
 }
 
-TEST_F(Password, IsAskedForOnlyWhenTheHostCanBeConnectedTo) {
-    auto kalvex = Launch({{"inventory", "--host", "127.0.0.1", "--user", kUser, "--port",
-                           std::to_string(ClosedPort())},
-                          {},
-                          {},
-                          true});
-    EXPECT_THAT(kalvex->Wait(), Complains(3, "refused the connection"));
+TEST_F(Password, IsWarnedOfWhenItGoesToAnotherMachineByPlainHttp) {
+    const std::vector<std::string> elsewhere{
+        "inventory",   "os",   "--user", kUser,
+        "--transport", "http", "--host", "no-such-host.invalid"};
+    EXPECT_THAT(Run({elsewhere, {{"KALVEX_PASSWORD", kPassword}}}).err,
+                testing::AllOf(testing::StartsWith("kalvex: warning: --transport http lets"),
+                               HasSubstr("\nkalvex: connecting to no-such-host.invalid")));
+    EXPECT_EQ(Run({Arguments(), {{"KALVEX_PASSWORD", kPassword}}}).err, "");
 }
 
 TEST_F(Password, FileThatCannotBeReadIsReported) {

@@ -9,45 +9,61 @@
 namespace {
 
 using namespace command;
+using inventory::Cell;
+using inventory::SectionContent;
+using inventory::SectionReading;
+using inventory::Shape;
+using inventory::Status;
+using inventory::Table;
 using testing::HasSubstr;
 using testing::Not;
+using Zentar::Failure;
+using Zentar::FailureKind;
 using Json = nlohmann::ordered_json;
 
 Table ListOf(std::vector<std::vector<Cell>> rows) {
-    return {
-        {"records", "Things"}, {{"name_", "Name"}, {"count", "Count"}}, std::move(rows), false, {}};
+    return {{"records", "Things"}, {{"name_", "Name"}, {"count", "Count"}}, std::move(rows)};
 }
 
 Table RecordOf(std::vector<Cell> row) {
     return {{"record", "One thing", Shape::kOneRecord},
             {{"name_", "Name"}, {"model_", "Long model"}},
-            {std::move(row)},
-            false,
-            {}};
+            {std::move(row)}};
 }
 
 using PrinterMaker = std::unique_ptr<Printer> (*)(std::ostream&);
 
-std::string Printed(PrinterMaker make, const SectionContent& content) {
+std::string Printed(PrinterMaker make, const SectionReading& reading,
+                    const std::vector<Failure>& connecting = {}) {
     std::ostringstream out;
     const auto printer = make(out);
-    printer->Begin("h\x1B", 5989);
-    printer->Print("things", content);
+    printer->Begin("h\x1B", 5989, connecting);
+    printer->Print(reading);
     printer->End();
     return out.str();
 }
 
+SectionReading ReadingOf(const Table& table, int result = 0, std::vector<Failure> failures = {}) {
+    return {"things", {result, {table}}, std::move(failures), 0, table.status};
+}
+
 std::string Text(const Table& table) {
-    const std::string text = Printed(MakeTextPrinter, {table.failed ? 1 : 0, {table}});
+    const std::string text = Printed(MakeTextPrinter, ReadingOf(table));
     return text.substr(text.find("\n\n") + 2);
 }
 
 std::string JsonText(const Table& table, int result = 0) {
-    return Printed(MakeJsonPrinter, {result, {table}});
+    return Printed(MakeJsonPrinter, ReadingOf(table, result));
+}
+
+Table Marked(Table table, Status status, FailureKind cause) {
+    table.status = status;
+    table.cause = cause;
+    return table;
 }
 
 TEST(TextPrinter, NamesTheHostSafely) {
-    EXPECT_THAT(Printed(MakeTextPrinter, {}),
+    EXPECT_THAT(Printed(MakeTextPrinter, ReadingOf(ListOf({}))),
                 testing::StartsWith("Inventory of h\\x1B, port 5989\n"));
 }
 
@@ -66,28 +82,40 @@ TEST(TextPrinter, SizesColumnsToTheirContentWithNumbersToTheRight) {
 
 TEST(TextPrinter, LeavesNoBlanksAtTheEndOfALine) {
     EXPECT_EQ(Text(RecordOf({"x", "y"})), "One thing\n=========\nName        x\nLong model  y\n");
-    const Table two_texts{{"records", "T"}, {{"a", "A"}, {"b", "Bbbb"}}, {{"1", "2"}}, false, {}};
+    const Table two_texts{{"records", "T"}, {{"a", "A"}, {"b", "Bbbb"}}, {{"1", "2"}}};
     EXPECT_THAT(Text(two_texts), Not(HasSubstr(" \n")));
 }
 
-TEST(TextPrinter, TellsAbsentEmptyAndFailedApart) {
+TEST(TextPrinter, KeepsAbsentEmptyUnreadableAndUnaskedApart) {
     EXPECT_THAT(Text(RecordOf({"", "y"})), HasSubstr("Name        -\n"));
     EXPECT_THAT(Text(ListOf({})), HasSubstr("======\nThe host has none.\n"));
-    Table failed = ListOf({});
-    failed.failed = true;
-    failed.failure = "it is on fire";
-    EXPECT_EQ(Text(failed), "Things\n======\nCould not be read: it is on fire.\n");
+    const Table failed = Marked(ListOf({}), Status::kFailed, FailureKind::kBusy);
+    EXPECT_EQ(Text(failed),
+              "Things\n======\nCould not be read: the host's CIM service is overloaded or "
+              "starting.\n");
+    std::ostringstream out;
+    const auto printer = MakeTextPrinter(out);
+    printer->Begin("h", 5989, {});
+    printer->Print(ReadingOf(failed, 1));
+    printer->Print(ReadingOf(Marked(ListOf({}), Status::kSkipped, FailureKind::kCancelled), 1));
+    printer->End();
+    EXPECT_THAT(out.str(),
+                HasSubstr("\nThings\n======\nNot asked for: reading was interrupted.\n"));
 }
 
-TEST(TextPrinter, ShowsWhatWasReadBeforeAFailure) {
-    Table failed = ListOf({{"first", std::uint64_t{1}}});
-    failed.failed = true;
-    failed.failure = "cut";
-    EXPECT_THAT(Text(failed), testing::AllOf(HasSubstr("Could not be read: cut.\n"),
-                                             HasSubstr("first      1\n")));
-    Table record = RecordOf({"first", ""});
-    record.failed = true;
-    EXPECT_THAT(Text(record), HasSubstr("Name        first\n"));
+TEST(TextPrinter, WritesNothingOfAHostThatWasNotAsked) {
+    const Table skipped = Marked(ListOf({}), Status::kSkipped, FailureKind::kUnreachable);
+    EXPECT_EQ(Printed(MakeTextPrinter, ReadingOf(skipped, 1)), "");
+}
+
+TEST(TextPrinter, ShowsWhatWasReadBesideAFailure) {
+    EXPECT_THAT(Text(Marked(ListOf({{"first", std::uint64_t{1}}}), Status::kPartial,
+                            FailureKind::kBadReply)),
+                testing::AllOf(HasSubstr("Read in part: the host's reply is damaged"),
+                               HasSubstr("first      1\n")));
+    EXPECT_THAT(
+        Text(Marked(RecordOf({"first", ""}), Status::kPartial, FailureKind::kUnknownNamespace)),
+        HasSubstr("Name        first\n"));
 }
 
 TEST(TextPrinter, KeepsAValueOnItsLine) {
@@ -108,7 +136,8 @@ TEST(JsonPrinter, KeepsKeysAndOrder) {
               "        \"model_\": \"\"\n"
               "      }\n"
               "    }\n"
-              "  }\n"
+              "  },\n"
+              "  \"failures\": []\n"
               "}\n");
 }
 
@@ -137,6 +166,32 @@ TEST(JsonPrinter, EscapesEveryControlCharacter) {
     EXPECT_THAT(text, HasSubstr("\\u001b\\n\\u007f\\u009b\u00A0"));
     const Json record = Json::parse(text).at("sections").at("things").at("record");
     EXPECT_EQ(record.at("name_"), "\x1B\n\x7F\u009B\u00A0");
+}
+
+TEST(JsonPrinter, ListsEachFailureOnceWithItsSection) {
+    Failure connecting;
+    connecting.kind = FailureKind::kUnreachable;
+    connecting.text = "Connection refused";
+    Failure refused;
+    refused.kind = FailureKind::kCredentialsRefused;
+    refused.code = 401;
+    refused.class_name = "OMC_Chassis";
+    refused.text = "a\x1B";
+    const Json json = Json::parse(Printed(
+        MakeJsonPrinter, ReadingOf(ListOf({}), 1, {refused, refused}), {connecting, connecting}));
+    const Json& failures = json.at("failures");
+    ASSERT_EQ(failures.size(), 2U);
+    EXPECT_EQ(failures[0].at("section"), nullptr);
+    EXPECT_EQ(failures[0].at("kind"), "unreachable");
+    EXPECT_EQ(failures[0].at("code"), nullptr);
+    EXPECT_EQ(failures[0].at("class"), nullptr);
+    EXPECT_THAT(failures[0].at("message").get<std::string>(), HasSubstr("(Connection refused)"));
+    EXPECT_EQ(failures[1].at("section"), "things");
+    EXPECT_EQ(failures[1].at("kind"), "credentials_refused");
+    EXPECT_EQ(failures[1].at("code"), 401);
+    EXPECT_EQ(failures[1].at("class"), "OMC_Chassis");
+    EXPECT_THAT(failures[1].at("message").get<std::string>(), HasSubstr("(a\x1B)"));
+    EXPECT_EQ(failures[1].at("advice"), "check --user and the password");
 }
 
 }  // namespace

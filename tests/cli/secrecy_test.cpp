@@ -48,9 +48,9 @@ protected:
 TEST_F(Secrecy, EndsAtNoProcessList) {
     const std::string file = WriteFile("given", kPassword);
     const Start ways[] = {
-        {{"--password-file", file}, {}, {}, false},
-        {{"--password-file", "-"}, {}, kPassword, false},
-        {{}, {{"KALVEX_PASSWORD", kPassword}}, {}, false},
+        {{"--password-file", file}, {}, {}},
+        {{"--password-file", "-"}, {}, kPassword},
+        {{}, {{"KALVEX_PASSWORD", kPassword}}, {}},
         {{}, {}, {}, true},
     };
     for (const Start& way : ways) {

@@ -25,11 +25,16 @@ TEST_P(UsageMistake, IsAnsweredWithWhatToWriteInstead) {
 constexpr const char* kSectionNames =
     "among system, os, packages, events, privileges, ports, ipv4, ipv6, pci";
 
+const std::string kFingerprint(64, 'a');
+const std::string kOddFingerprint = ":" + kFingerprint;
+
 const Mistake kMistakes[] = {
-    {"NoCommand", {}, "no command; choose among inventory, supported, simulate; see kalvex --help"},
+    {"NoCommand",
+     {},
+     "no command; choose among inventory, supported, fingerprint, simulate; see kalvex --help"},
     {"UnknownCommand",
      {"inventry"},
-     "unknown command \"inventry\"; choose among inventory, supported, simulate"},
+     "unknown command \"inventry\"; choose among inventory, supported, fingerprint, simulate"},
     {"OptionWithoutCommand", {"--host", "x"}, "unknown command \"--host\"; choose among"},
     {"UnknownOption", {"inventory", "--bogus"}, "--bogus; see kalvex inventory --help"},
     {"NoHost", {"inventory"}, "name it with --host HOST, or use --simulated"},
@@ -46,6 +51,31 @@ const Mistake kMistakes[] = {
     {"ConnectTimeout",
      {"supported", "--host", "x", "--connect-timeout", "-1"},
      "--connect-timeout"},
+    {"TimeoutZero", {"inventory", "--host", "x", "--timeout", "0"}, "0 is not a number of seconds"},
+    {"TimeoutNotANumber",
+     {"inventory", "--host", "x", "--timeout", "nan"},
+     "--timeout: nan is not"},
+    {"RequestTimeoutTooLong",
+     {"inventory", "--host", "x", "--request-timeout", "1e9"},
+     "from 0.001 to 604800"},
+    {"CaFileWithoutTls",
+     {"inventory", "--host", "x", "--transport", "http", "--ca-file", "y"},
+     "none of with --transport http"},
+    {"FingerprintWithoutTls",
+     {"inventory", "--host", "x", "--transport", "http", "--fingerprint", kFingerprint},
+     "none of with --transport http"},
+    {"FingerprintTooShort",
+     {"inventory", "--host", "x", "--fingerprint", "AB:CD"},
+     "32 bytes in hexadecimal"},
+    {"FingerprintWithOddColons",
+     {"inventory", "--host", "127.0.0.1", "--port", "1", "--fingerprint", kOddFingerprint},
+     "not 32 bytes in hexadecimal"},
+    {"CaFileMissing",
+     {"inventory", "--host", "127.0.0.1", "--port", "1", "--ca-file", "/no/such/file"},
+     "\"/no/such/file\" cannot be used"},
+    {"CaFileMissingToSupport",
+     {"supported", "--host", "127.0.0.1", "--port", "1", "--ca-file", "/no/such/file"},
+     "\"/no/such/file\" cannot be used"},
     {"HostIsUrl", {"inventory", "--host", "https://x"}, "a name or an address alone"},
     {"HostWithPort", {"inventory", "--host", "x:5989"}, "give the port with --port"},
     {"HostAndSimulated", {"inventory", "--host", "x", "--simulated"}, "leave out --simulated"},
@@ -73,7 +103,7 @@ TEST_F(Usage, PasswordAsAnArgumentIsRefusedAndNotRepeated) {
 }
 
 TEST_F(Usage, EveryHelpHasAnExample) {
-    for (const std::string command : {"inventory", "supported", "simulate"}) {
+    for (const std::string command : {"inventory", "supported", "fingerprint", "simulate"}) {
         const Finished help = Run({command, "--help"});
         EXPECT_EQ(help.status, 0);
         EXPECT_EQ(help.err, "");
@@ -87,7 +117,8 @@ TEST_F(Usage, HelpOfInventoryTellsOptionsSectionsAndExitStatus) {
     const std::string help = Run({"inventory", "--help"}).out;
     for (const char* part :
          {"--host", "--port", "--transport", "--user", "--password-file", "KALVEX_PASSWORD",
-          "--simulated", "--format", "--log-level", "--log-file", "--connect-timeout", "5989",
+          "--simulated", "--format", "--log-level", "--log-file", "--connect-timeout",
+          "--request-timeout", "--timeout", "--ca-file", "--fingerprint", "5989",
           "system, os, packages, events, privileges, ports, ipv4, ipv6, pci", "Exit status"}) {
         EXPECT_THAT(help, HasSubstr(part));
     }

@@ -1,13 +1,12 @@
-#include "cli/sections.h"
+#include "inventory/sections.h"
 
 #include <algorithm>
 #include <iterator>
 
-#include "cli/command_error.h"
-#include "cli/record_fields.h"
+#include "inventory/record_fields.h"
 #include "module/exsi/kalvex.h"
 
-namespace command {
+namespace inventory {
 
 namespace {
 
@@ -24,8 +23,10 @@ constexpr TableHead kPrivileges{"records", "Privileges"};
 constexpr TableHead kPorts{"records", "Ethernet ports"};
 constexpr TableHead kIPv4{"records", "IPv4 endpoints"};
 constexpr TableHead kIPv6{"records", "IPv6 endpoints"};
-constexpr TableHead kDevices{"devices", "PCI devices", Shape::kList, "IBMSG_PCIDevice"};
-constexpr TableHead kBridges{"bridges", "PCI bridges", Shape::kList, "IBMSG_PCIBridge"};
+constexpr TableHead kDevices{"devices", "PCI devices", Shape::kList, "IBMSG_PCIDevice",
+                             "slot_all_info_"};
+constexpr TableHead kBridges{"bridges", "PCI bridges", Shape::kList, "IBMSG_PCIBridge",
+                             "slot_all_info_"};
 constexpr TableHead kSlots{"slots", "System slots", Shape::kList, "IBMSG_SystemSlot"};
 
 template <class Record>
@@ -38,8 +39,8 @@ std::vector<Cell> RowOf(const Record& record) {
 }
 
 template <class Record>
-Table TableOf(const TableHead& head, std::span<const Record> records, int result) {
-    Table table{head, {}, {}, result != 0, {}};
+Table TableOf(const TableHead& head, std::span<const Record> records) {
+    Table table{head, {}, {}};
     for (const Field<Record>& field : FieldsOf<Record>()) {
         table.columns.push_back(field.column);
     }
@@ -58,7 +59,7 @@ template <class Record>
 SectionContent ReadRecord(const TableHead& head, Kalvex* host, int (Kalvex::*get)(Record&)) {
     Record record;
     const int result = Ask(host, get, record);
-    return {result, {TableOf<Record>(head, std::span(&record, 1), result)}};
+    return {result, {TableOf<Record>(head, std::span(&record, 1))}};
 }
 
 template <class Record, class... Parameters>
@@ -67,16 +68,16 @@ SectionContent ReadList(const TableHead& head, Kalvex* host,
                         Parameters... parameters) {
     std::vector<Record> records;
     const int result = Ask(host, get, records, parameters...);
-    return {result, {TableOf<Record>(head, records, result)}};
+    return {result, {TableOf<Record>(head, records)}};
 }
 
 SectionContent ReadPci(Kalvex* host) {
     Pciinfo info;
     const int result = Ask(host, &Kalvex::GetPCIInfo, info);
-    return {result,
-            {TableOf<PCIDevice>(kDevices, info.devices_, result),
-             TableOf<PCIBridge>(kBridges, info.bridges_, result),
-             TableOf<SystemSlot>(kSlots, info.slots_, result)}};
+    return {
+        result,
+        {TableOf<PCIDevice>(kDevices, info.devices_), TableOf<PCIBridge>(kBridges, info.bridges_),
+         TableOf<SystemSlot>(kSlots, info.slots_)}};
 }
 
 constexpr int kIPv4Family = 0;
@@ -98,8 +99,10 @@ constexpr Section kSections[] = {
 
 std::span<const Section> AllSections() { return kSections; }
 
-bool IsSectionName(const std::string& name) {
-    return std::ranges::any_of(kSections, [&](const Section& s) { return name == s.name; });
+const Section* FindSection(const std::string& name) {
+    const auto* const found =
+        std::ranges::find_if(kSections, [&](const Section& s) { return name == s.name; });
+    return found == std::end(kSections) ? nullptr : found;
 }
 
 std::string SectionNames() {
@@ -110,21 +113,4 @@ std::string SectionNames() {
     return names;
 }
 
-std::vector<Section> ChosenSections(const std::vector<std::string>& names) {
-    for (const std::string& name : names) {
-        if (!IsSectionName(name)) {
-            throw UsageError("unknown section \"" + name + "\"; choose among " + SectionNames());
-        }
-        if (std::ranges::count(names, name) > 1) {
-            throw UsageError("section \"" + name + "\" is given twice; name each once, among " +
-                             SectionNames());
-        }
-    }
-    std::vector<Section> chosen;
-    std::ranges::copy_if(kSections, std::back_inserter(chosen), [&](const Section& section) {
-        return names.empty() || std::ranges::count(names, section.name) > 0;
-    });
-    return chosen;
-}
-
-}  // namespace command
+}  // namespace inventory

@@ -7,12 +7,12 @@
 #include <string>
 #include <variant>
 
-#include "cli/table.h"
 #include "common/records/host_records.h"
 #include "common/records/network_records.h"
 #include "common/records/pci_records.h"
+#include "inventory/table.h"
 
-namespace command {
+namespace inventory {
 
 template <class Record>
 struct Field {
@@ -45,4 +45,4 @@ std::span<const Field<Zentar::Pciinventory::PCIBridge>> FieldsOf();
 template <>
 std::span<const Field<Zentar::Pciinventory::SystemSlot>> FieldsOf();
 
-}  // namespace command
+}  // namespace inventory

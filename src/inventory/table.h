@@ -3,11 +3,14 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <variant>
 #include <vector>
 
-namespace command {
+#include "common/records/failure.h"
+
+namespace inventory {
 
 using Cell = std::variant<std::string, std::uint64_t, std::int32_t>;
 
@@ -18,6 +21,15 @@ struct Column {
 
 enum class Shape { kOneRecord, kList };
 
+/// How reading went.
+enum class Status {
+    kOk,
+    kPartial,      ///< some of it could not be read
+    kUnavailable,  ///< the host answered that it has no such namespace or class
+    kFailed,
+    kSkipped,  ///< not asked for, for a reason that is among the failures
+};
+
 /// The fixed part of a table.
 struct TableHead {
     const char* key;    ///< name within the section's JSON object
@@ -25,14 +37,17 @@ struct TableHead {
     Shape shape = Shape::kList;
     /// The class that the list stands or falls with, where the section's result does not tell.
     const char* class_name = "";
+    /// The column that objects associated with the row's fill; empty when none is.
+    const char* associated_column = "";
 };
 
 struct Table {
     TableHead head;
     std::vector<Column> columns;
     std::vector<std::vector<Cell>> rows;  ///< one row when it is one record
-    bool failed = false;                  ///< could not be read but for the rows here
-    std::string failure;                  ///< why, for people
+    Status status = Status::kOk;
+    /// Why it is not whole; nothing when it is, or when memory ran out.
+    std::optional<Zentar::FailureKind> cause{};
 };
 
-}  // namespace command
+}  // namespace inventory

@@ -1,6 +1,6 @@
-#include "cli/record_fields.h"
+#include "inventory/record_fields.h"
 
-namespace command {
+namespace inventory {
 
 using Zentar::Pciinventory::PCIBridge;
 using Zentar::Pciinventory::PCIDevice;
@@ -161,4 +161,4 @@ std::span<const Field<SystemSlot>> FieldsOf() {
     return kSlot;
 }
 
-}  // namespace command
+}  // namespace inventory

@@ -5,13 +5,13 @@
 #include <string>
 #include <vector>
 
-#include "cli/table.h"
+#include "inventory/table.h"
 
 namespace Zentar::Agentless {
 class Kalvex;
 }
 
-namespace command {
+namespace inventory {
 
 /// The outcome of the facade's operation, and what it read: all of it, or up to the failure.
 struct SectionContent {
@@ -29,13 +29,10 @@ struct Section {
 /// object to another namespace for good.
 std::span<const Section> AllSections();
 
-bool IsSectionName(const std::string& name);
+/// Null when there is none of this name.
+const Section* FindSection(const std::string& name);
 
 /// "system, os, ..." for messages.
 std::string SectionNames();
 
-/// The named sections in reading order; all of them when no name is given. Throws UsageError for a
-/// name that is unknown or given twice.
-std::vector<Section> ChosenSections(const std::vector<std::string>& names);
-
-}  // namespace command
+}  // namespace inventory
