@@ -142,6 +142,11 @@ void ChildProcess::AwaitOutput() const {
     Check(poll(&output, 1, -1) > 0, "poll");
 }
 
+void ChildProcess::AwaitEnd() const {
+    siginfo_t info{};
+    Check(waitid(P_PID, static_cast<id_t>(id_), &info, WEXITED | WNOWAIT) == 0, "waitid");
+}
+
 std::string ChildProcess::RestOfTerminal() {
     const std::string end = "<end>";
     const auto length = static_cast<ssize_t>(end.size());

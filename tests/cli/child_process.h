@@ -37,6 +37,8 @@ public:
     std::string ReadLine();
     /// Waits until it has begun to write standard output, or has ended.
     void AwaitOutput() const;
+    /// Waits until it has ended, and reads nothing meanwhile.
+    void AwaitEnd() const;
     /// Everything that the terminal has got and was not read yet; once the command has ended.
     std::string RestOfTerminal();
     /// Everything that the command has shown on its terminal, up to `end`.

@@ -127,6 +127,7 @@ TEST_F(Interruptions, TheSecondSignalEndsAtOnce) {
     kalvex->Signal(SIGINT);
     kalvex->AwaitOutput();
     kalvex->Signal(SIGINT);
+    kalvex->AwaitEnd();
     const Finished finished = kalvex->Wait();
     EXPECT_EQ(finished.status, 130);
     EXPECT_FALSE(Json::accept(finished.out));
