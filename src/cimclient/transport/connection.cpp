@@ -29,7 +29,7 @@ constexpr std::size_t kReadBytes = 64UL * 1024;
 /// An address gets its share of the limit, and never less than a round trip may take.
 constexpr auto kShortestAttempt = std::chrono::milliseconds(250);
 
-/// A read or two take what servers send of their own accord after a handshake.
+/// Two or three reads take what servers send of their own accord after a handshake.
 constexpr int kMostStepsWhileIdle = 4;
 
 [[noreturn]] void Fail(FailureKind kind, FailurePhase phase, std::string reason) {

@@ -227,24 +227,25 @@ TEST_F(Tls, LeavesTheProcesssSettingsAlone) {
 struct Flood {
     const char* name;
     Step (*send)(int count);
-    int some;  ///< takes more than a few reads, and fits into the buffers on the way
 };
+
+constexpr int kEndless = 1'000'000'000;
 
 class TlsFlood : public Tls, public ::testing::WithParamInterface<Flood> {};
 
-TEST_P(TlsFlood, OnAnIdleConnectionMakesItStale) {
+TEST_P(TlsFlood, OnAnIdleConnectionMakesItStaleOrEndsAtTheLimit) {
     ServeTls(
-        {Replies({AnswerOf(1)}) + Conversation{GetParam().send(GetParam().some), AwaitDelivery()},
-         Replies({AnswerOf(2)})});
+        {Replies({AnswerOf(1)}) + Conversation{GetParam().send(kEndless)}, Replies({AnswerOf(2)})});
     EXPECT_EQ(ConnectTrustingAll(), kConnected);
     EXPECT_EQ(Enumerate(), "1 objects");
-    server->AwaitEndOf(0);
-    EXPECT_EQ(Enumerate(), "2 objects");
-    EXPECT_EQ(server->connections(), 2U);
+    client.setTimeout(wire::kShortTimeout);
+    EXPECT_THAT(Enumerate(),
+                ::testing::AnyOf("2 objects", "ConnectionTimeoutException [connection timed out]",
+                                 "CIMClientMalformedHTTPException [Connection closed by CIM "
+                                 "Server.]"));
 }
 
 TEST_P(TlsFlood, InPlaceOfAnAnswerEndsAtTheLimitOrBefore) {
-    constexpr int kEndless = 1'000'000'000;
     ServeTls({{AwaitRequest(), GetParam().send(kEndless)}});
     EXPECT_EQ(ConnectTrustingAll(), kConnected);
     client.setTimeout(wire::kShortTimeout);
@@ -254,8 +255,8 @@ TEST_P(TlsFlood, InPlaceOfAnAnswerEndsAtTheLimitOrBefore) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, TlsFlood,
-                         ::testing::Values(Flood{"Tickets", SendTickets, 500},
-                                           Flood{"KeyUpdates", SendKeyUpdates, 5000}),
+                         ::testing::Values(Flood{"Tickets", SendTickets},
+                                           Flood{"KeyUpdates", SendKeyUpdates}),
                          [](const auto& test) { return std::string(test.param.name); });
 
 }  // namespace
