@@ -14,7 +14,7 @@ namespace command {
 
 namespace {
 
-constexpr const char* kExample =
+constexpr const char* kFingerprintExample =
     "Example:\n"
     "  kalvex fingerprint --host esx01.example.com\n\n"
     "Compare what it prints with what the host itself says, for instance on its console, before "
@@ -72,7 +72,7 @@ void AddFingerprintCommand(CLI::App& program, int& exit_status) {
         "fingerprint", "Print a host's certificate and its fingerprint for --fingerprint");
     const auto options = std::make_shared<HostOptions>();
     AddAddressOptions(*command, *options, "5989");
-    command->footer(kExample);
+    command->footer(kFingerprintExample);
     command->callback([options, &exit_status] { exit_status = RunFingerprint(*options); });
 }
 

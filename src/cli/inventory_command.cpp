@@ -13,7 +13,7 @@ namespace command {
 
 namespace {
 
-constexpr const char* kExample =
+constexpr const char* kInventoryExample =
     "Examples:\n"
     "  kalvex inventory --simulated\n"
     "  kalvex inventory system packages --host esx01.example.com --user root\n"
@@ -72,7 +72,7 @@ void AddInventoryCommand(CLI::App& program, int& exit_status) {
         ->type_name("text|json")
         ->capture_default_str();
     AddLogOptions(*command, options->log);
-    command->footer(kExample);
+    command->footer(kInventoryExample);
     command->callback([options, &exit_status] { exit_status = RunInventory(*options); });
 }
 

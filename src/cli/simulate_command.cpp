@@ -12,7 +12,7 @@ namespace command {
 
 namespace {
 
-constexpr const char* kExample =
+constexpr const char* kSimulateExample =
     "Examples:\n"
     "  kalvex simulate --port 5989\n"
     "  kalvex simulate --account root --account-password-file secret --delay 50\n"
@@ -69,7 +69,7 @@ void AddSimulateCommand(CLI::App& program, int& exit_status) {
         ->capture_default_str();
     AddTransportOption(*command, options->transport);
     AddSimulationOptions(*command, "--", options->simulation);
-    command->footer(FaultHelp() + "\n" + kExample);
+    command->footer(FaultHelp() + "\n" + kSimulateExample);
     command->callback([options, &exit_status] { exit_status = RunSimulate(*options); });
 }
 

@@ -12,7 +12,7 @@ namespace command {
 
 namespace {
 
-constexpr const char* kExample =
+constexpr const char* kSupportedExample =
     "Example:\n"
     "  kalvex supported --host esx01.example.com --user root\n\n"
     "Exit status: 0 supported, 1 unsupported, 2 wrong usage, 3 the host could not be asked, 130 "
@@ -73,7 +73,7 @@ void AddSupportedCommand(CLI::App& program, int& exit_status) {
     const auto options = std::make_shared<SupportedOptions>();
     AddHostOptions(*command, options->host);
     AddLogOptions(*command, options->log);
-    command->footer(kExample);
+    command->footer(kSupportedExample);
     command->callback([options, &exit_status] { exit_status = RunSupported(*options); });
 }
 

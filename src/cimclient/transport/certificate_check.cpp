@@ -21,7 +21,7 @@ bool IsAddress(const std::string& host) {
     return !error;
 }
 
-[[noreturn]] void Fail(FailureKind kind, std::string reason) {
+[[noreturn]] void FailHandshake(FailureKind kind, std::string reason) {
     throw TransportError{kind, FailurePhase::kTlsHandshake, std::move(reason)};
 }
 
@@ -40,7 +40,8 @@ void ExpectHost(SSL* ssl, const std::string& host, bool tests_host_name) {
     const int is_set = is_address ? X509_VERIFY_PARAM_set1_ip_asc(wanted, host.c_str())
                                   : X509_VERIFY_PARAM_set1_host(wanted, host.c_str(), 0);
     if (is_set != 1) {
-        Fail(FailureKind::kUntrusted, "No certificate can be tested for this host's name.");
+        FailHandshake(FailureKind::kUntrusted,
+                      "No certificate can be tested for this host's name.");
     }
 }
 
@@ -48,18 +49,18 @@ void CheckHandshake(SSL* ssl, const boost::system::error_code& error,
                     const std::vector<Fingerprint>& fingerprints) {
     const long verified = SSL_get_verify_result(ssl);
     if (error && verified != X509_V_OK && SSL_get_verify_mode(ssl) != SSL_VERIFY_NONE) {
-        Fail(FailureKind::kUntrusted, X509_verify_cert_error_string(verified));
+        FailHandshake(FailureKind::kUntrusted, X509_verify_cert_error_string(verified));
     }
     if (error) {
-        Fail(FailureKind::kTlsFailed, error.message());
+        FailHandshake(FailureKind::kTlsFailed, error.message());
     }
     if (fingerprints.empty()) {
         return;
     }
     const Fingerprint shown = FingerprintOf(SSL_get0_peer_certificate(ssl));
     if (std::find(fingerprints.begin(), fingerprints.end(), shown) == fingerprints.end()) {
-        Fail(FailureKind::kUntrusted,
-             "The certificate's SHA-256 fingerprint is " + FingerprintText(shown) + ".");
+        FailHandshake(FailureKind::kUntrusted,
+                      "The certificate's SHA-256 fingerprint is " + FingerprintText(shown) + ".");
     }
 }
 

@@ -24,7 +24,7 @@ using Endpoints = std::vector<tcp::endpoint>;
 using Zentar::FailureKind;
 using Zentar::FailurePhase;
 
-[[noreturn]] void Fail(FailureKind kind, std::string reason) {
+[[noreturn]] void FailToResolve(FailureKind kind, std::string reason) {
     throw TransportError{kind, FailurePhase::kResolving, std::move(reason)};
 }
 
@@ -107,9 +107,9 @@ struct Lookup {
 
 [[noreturn]] void FailAtLimit(const Limit& limit) {
     if (limit.IsCancelled()) {
-        Fail(FailureKind::kCancelled, "cancelled");
+        FailToResolve(FailureKind::kCancelled, "cancelled");
     }
-    Fail(FailureKind::kTimedOut, "The name was not resolved in time.");
+    FailToResolve(FailureKind::kTimedOut, "The name was not resolved in time.");
 }
 
 void TakePlace(const Limit& limit) {
@@ -191,7 +191,7 @@ Endpoints Resolve(const std::string& host, unsigned port, const Limit& limit) {
     Found found =
         limit.cancellation != nullptr ? AskOnThread(host, number, limit) : AskSystem(host, number);
     if (!found.problem.empty() || found.endpoints.empty()) {
-        Fail(FailureKind::kHostUnknown, found.problem);
+        FailToResolve(FailureKind::kHostUnknown, found.problem);
     }
     return std::move(found.endpoints);
 }
