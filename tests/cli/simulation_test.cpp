@@ -142,15 +142,16 @@ TEST_F(Simulated, HostMayBeAskedForItsSupport) {
                 Complains(3, "overloaded or starting"));
 }
 
-struct Mistake {
+struct WrongSimulation {
     std::string name;
     Arguments arguments;
     std::string complaint;
 };
 
-void PrintTo(const Mistake& mistake, std::ostream* out) { *out << mistake.name; }
+void PrintTo(const WrongSimulation& mistake, std::ostream* out) { *out << mistake.name; }
 
-class SimulationMistake : public CommandTest, public testing::WithParamInterface<Mistake> {};
+class SimulationMistake : public CommandTest,
+                          public testing::WithParamInterface<WrongSimulation> {};
 
 TEST_P(SimulationMistake, IsAnsweredWithWhatToWriteInstead) {
     const Finished finished = Run(GetParam().arguments);
@@ -158,7 +159,7 @@ TEST_P(SimulationMistake, IsAnsweredWithWhatToWriteInstead) {
     EXPECT_THAT(finished.err, Not(HasSubstr("geheim")));
 }
 
-const Mistake kMistakes[] = {
+const WrongSimulation kWrongSimulations[] = {
     {"UnknownFault",
      {"simulate", "--fault", "explode"},
      "--fault: unknown fault \"explode\": write one of close, reset, stall, "},
@@ -197,7 +198,7 @@ const Mistake kMistakes[] = {
      "give a file for the other"},
 };
 
-INSTANTIATE_TEST_SUITE_P(, SimulationMistake, testing::ValuesIn(kMistakes),
+INSTANTIATE_TEST_SUITE_P(, SimulationMistake, testing::ValuesIn(kWrongSimulations),
                          [](const auto& test) { return test.param.name; });
 
 }  // namespace

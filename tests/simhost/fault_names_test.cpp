@@ -68,7 +68,7 @@ TEST(FaultNames, TakeLimits) {
     EXPECT_EQ(ByName("close-on-connect@times:1").times, 1U);
 }
 
-std::string ErrorOf(const std::string& text) {
+std::string RefusalOf(const std::string& text) {
     try {
         ByName(text);
     } catch (const std::invalid_argument& error) {
@@ -81,26 +81,26 @@ TEST(FaultNames, SayHowLimitsAreWritten) {
     for (const char* limits : {"", "Card,", "after:", "after:x", "after:-1", "times:0", "times:1x",
                                "operation:", "clas:Card"}) {
         const std::string text = std::string("stall@") + limits;
-        EXPECT_EQ(ErrorOf(text), "unknown fault \"" + text +
-                                     "\": write NAME@LIMIT,LIMIT with CLASS, operation:NAME, "
-                                     "after:COUNT or times:COUNT for a LIMIT");
+        EXPECT_EQ(RefusalOf(text), "unknown fault \"" + text +
+                                       "\": write NAME@LIMIT,LIMIT with CLASS, operation:NAME, "
+                                       "after:COUNT or times:COUNT for a LIMIT");
     }
     for (const char* limit : {"Card", "operation:Associators"}) {
-        EXPECT_THAT(ErrorOf(std::string("ssh-banner@") + limit),
+        EXPECT_THAT(RefusalOf(std::string("ssh-banner@") + limit),
                     HasSubstr("leave out classes and operations"));
     }
 }
 
 TEST(FaultNames, SayWhatToWriteInstead) {
-    EXPECT_THAT(ErrorOf("explode"), StartsWith("unknown fault \"explode\": write one of "
-                                               "close, reset, stall, "));
-    EXPECT_EQ(ErrorOf("truncate=x"), "unknown fault \"truncate=x\": write truncate=NUMBER");
-    EXPECT_EQ(ErrorOf("http-status=1x"),
+    EXPECT_THAT(RefusalOf("explode"), StartsWith("unknown fault \"explode\": write one of "
+                                                 "close, reset, stall, "));
+    EXPECT_EQ(RefusalOf("truncate=x"), "unknown fault \"truncate=x\": write truncate=NUMBER");
+    EXPECT_EQ(RefusalOf("http-status=1x"),
               "unknown fault \"http-status=1x\": write http-status=NUMBER,TEXT");
-    EXPECT_EQ(ErrorOf("slow-drip=9223372036854775807"),
+    EXPECT_EQ(RefusalOf("slow-drip=9223372036854775807"),
               "unknown fault \"slow-drip=9223372036854775807\": write slow-drip=NUMBER");
-    EXPECT_EQ(ErrorOf("close=5"), "unknown fault \"close=5\": write close without a text");
-    EXPECT_EQ(ErrorOf("truncate=5,x"),
+    EXPECT_EQ(RefusalOf("close=5"), "unknown fault \"close=5\": write close without a text");
+    EXPECT_EQ(RefusalOf("truncate=5,x"),
               "unknown fault \"truncate=5,x\": write truncate without a text");
 }
 
