@@ -1,15 +1,15 @@
 // Reads many faulty hosts at once for a long time, and tells whether that leaves a trace.
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cstdio>
 #include <exception>
 #include <thread>
 
-#include "soak/failure_log.h"
+#include "common/log/log_control.h"
 #include "soak/footprint.h"
 #include "soak/gate.h"
 #include "soak/reader.h"
 #include "soak/round_plan.h"
-#include "soak/short_waits.h"
 
 namespace soak {
 
@@ -32,13 +32,22 @@ struct Options {
     std::uint64_t seed = 1;
 };
 
+/// Hosts that stall cost little, and so do those that cannot be reached.
+ZentarConnection::ConnectionOptions Limits(const Options& options) {
+    ZentarConnection::ConnectionOptions limits;
+    limits.connect_pause = std::chrono::milliseconds(1);
+    limits.connect_limit = limits.request_limit = std::chrono::milliseconds(options.limit);
+    return limits;
+}
+
 /// Reads all hosts from construction to destruction.
 class Crew {
 public:
     Crew(const Hosts& hosts, const Options& options, Tally& tally) : tally_(tally) {
         for (std::size_t i = 0; i < options.hosts; ++i) {
-            threads_.emplace_back(
-                [&, i, seed = options.seed] { Work(Reader(hosts, i, seed, tally)); });
+            threads_.emplace_back([&, i, seed = options.seed] {
+                Work(Reader(hosts, i, seed, Limits(options), tally));
+            });
         }
     }
     ~Crew() { gate_.End(); }
@@ -106,12 +115,16 @@ bool IsFlat(const Footprint& start, const Footprint& end) {
     return resident && heap && descriptors;
 }
 
+/// Errors are logged as by default, but nobody reads them.
+void DropMessages() {
+    Zentar::SetLogSink([](const Zentar::LogMessage&) {});
+}
+
 /// Whether nothing was left and nothing went wrong.
 bool Run(const Options& options) {
     RequireAllWays();
     const Hosts hosts(options.hosts, options.seed);
-    LimitExchanges(std::chrono::milliseconds(options.limit));
-    KeepFailures();
+    DropMessages();
     Tally tally;
     Footprint start;
     Footprint end;

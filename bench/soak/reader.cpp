@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "soak/failure_log.h"
 #include "soak/round_plan.h"
 
 namespace soak {
@@ -25,15 +24,38 @@ bool IsWhole(const std::vector<std::string>& sorted_truth, std::vector<std::stri
                                [&](const std::string& text) { return IsSaid(statements, text); });
 }
 
+/// Empty when the reading is as it may be.
+std::string FaultIn(const Truth& truth, const Reading& reading, bool failed, bool repeats) {
+    for (const std::string& statement : reading.statements) {
+        if (!IsSaid(truth.sorted, statement)) {
+            return "nobody said \"" + statement + "\"";
+        }
+    }
+    if (reading.result != 0 && !reading.statements.empty()) {
+        return "failed, but gave records";
+    }
+    if (reading.result != 0 && !failed) {
+        return "failed without a reason";
+    }
+    if (failed) {
+        return {};
+    }
+    if (!IsWhole(truth.sorted, reading.statements)) {
+        return "succeeded without all that was said";
+    }
+    return repeats || reading.statements == truth.in_order ? "" : "not as it was said";
+}
+
 }  // namespace
 
-Reader::Reader(const Hosts& hosts, std::size_t host, std::uint64_t seed, Tally& tally)
-    : hosts_(hosts), host_(host), seed_(seed), tally_(tally) {}
+Reader::Reader(const Hosts& hosts, std::size_t host, std::uint64_t seed,
+               const ZentarConnection::ConnectionOptions& options, Tally& tally)
+    : hosts_(hosts), host_(host), seed_(seed), options_(options), tally_(tally) {}
 
 void Reader::Learn() {
     hosts_.Begin(host_, 0);
     for (int attempt = 0; attempt < kAttemptsToLearn; ++attempt) {
-        Kalvex host(hosts_.ConnectionTo(host_));
+        Kalvex host(hosts_.ConnectionTo(host_), options_);
         truths_.clear();
         for (const Operation& operation : Operations()) {
             Truth truth{operation.read(host).statements, {}};
@@ -41,7 +63,7 @@ void Reader::Learn() {
             std::ranges::sort(truth.sorted);
             truths_.push_back(std::move(truth));
         }
-        if (TakeFailure().empty()) {
+        if (host.TakeFailures().failures.empty()) {
             return;
         }
     }
@@ -51,51 +73,32 @@ void Reader::Learn() {
 void Reader::ReadRound(std::uint64_t round) {
     hosts_.Begin(host_, round);
     const bool repeats = PlanOf(seed_, host_, round).repeats_records;
-    Kalvex host(hosts_.ConnectionTo(host_));
+    Kalvex host(hosts_.ConnectionTo(host_), options_);
     for (std::size_t i = 0; i < Operations().size(); ++i) {
-        TakeFailure();
+        host.TakeFailures();
         try {
-            Judge(i, Operations()[i].read(host), repeats, round);
+            const Reading reading = Operations()[i].read(host);
+            Judge(i, reading, host.TakeFailures().failures, repeats, round);
         } catch (const std::exception& e) {
             tally_.CountFault(std::string(Operations()[i].name) + " threw " + e.what());
         }
     }
 }
 
-void Reader::Judge(std::size_t operation, const Reading& reading, bool repeats,
+void Reader::Judge(std::size_t operation, const Reading& reading,
+                   const std::vector<Zentar::Failure>& failures, bool repeats,
                    std::uint64_t round) {
-    const std::string failure = TakeFailure();
-    const bool failed = reading.result != 0 || !failure.empty();
+    const bool failed = !failures.empty();
     const std::string fault = FaultIn(truths_[operation], reading, failed, repeats);
     if (!fault.empty()) {
         tally_.CountFault(std::string(Operations()[operation].name) + " of host " +
                           std::to_string(host_) + " in round " + std::to_string(round) + ": " +
                           fault);
     } else if (failed) {
-        tally_.CountFailure(reading.result, failure);
+        tally_.CountFailure(reading.result, failures.front());
     } else {
         tally_.CountRead();
     }
-}
-
-/// Empty when the reading is as it may be.
-std::string Reader::FaultIn(const Truth& truth, const Reading& reading, bool failed,
-                            bool repeats) const {
-    for (const std::string& statement : reading.statements) {
-        if (!IsSaid(truth.sorted, statement)) {
-            return "nobody said \"" + statement + "\"";
-        }
-    }
-    if (reading.result != 0 && !reading.statements.empty()) {
-        return "failed, but gave records";
-    }
-    if (failed) {
-        return {};
-    }
-    if (!IsWhole(truth.sorted, reading.statements)) {
-        return "succeeded without all that was said";
-    }
-    return repeats || reading.statements == truth.in_order ? "" : "not as it was said";
 }
 
 }  // namespace soak

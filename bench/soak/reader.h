@@ -12,9 +12,17 @@
 
 namespace soak {
 
+/// Everything that a host says to one operation.
+struct Truth {
+    std::vector<std::string> in_order;
+    std::vector<std::string> sorted;
+};
+
 class Reader {
 public:
-    Reader(const Hosts& hosts, std::size_t host, std::uint64_t seed, Tally& tally);
+    /// Each object that reads the host gets the options.
+    Reader(const Hosts& hosts, std::size_t host, std::uint64_t seed,
+           const ZentarConnection::ConnectionOptions& options, Tally& tally);
 
     /// Finds out what the host says while it is sound. Throws std::runtime_error when it cannot.
     void Learn();
@@ -22,19 +30,13 @@ public:
     void ReadRound(std::uint64_t round);
 
 private:
-    /// Everything that the host says to one operation.
-    struct Truth {
-        std::vector<std::string> in_order;
-        std::vector<std::string> sorted;
-    };
-
-    void Judge(std::size_t operation, const Reading& reading, bool repeats, std::uint64_t round);
-    std::string FaultIn(const Truth& truth, const Reading& reading, bool failed,
-                        bool repeats) const;
+    void Judge(std::size_t operation, const Reading& reading,
+               const std::vector<Zentar::Failure>& failures, bool repeats, std::uint64_t round);
 
     const Hosts& hosts_;
     const std::size_t host_;
     const std::uint64_t seed_;
+    const ZentarConnection::ConnectionOptions options_;
     Tally& tally_;
     std::vector<Truth> truths_;
 };

@@ -1,7 +1,8 @@
 #include "soak/tally.h"
 
 #include <cstdio>
-#include <regex>
+#include <iomanip>
+#include <sstream>
 
 namespace soak {
 
@@ -9,23 +10,13 @@ namespace {
 
 constexpr std::size_t kFaultsToKeep = 20;
 
-/// What differs from one reply to the next.
-struct Variable {
-    std::regex pattern;
-    const char* stands_for_it;
-};
-
-std::string KindOf(std::string reason) {
-    static const Variable kVariables[] = {
-        {std::regex("on line [0-9]+"), "on line N"},
-        {std::regex("127.0.0.1:[0-9]+"), "the host"},
-        {std::regex("expected \"[0-9]+\""), "expected another"},
-        {std::regex("got [^]* instead"), "got something else"},
-    };
-    for (const Variable& variable : kVariables) {
-        reason = std::regex_replace(reason, variable.pattern, variable.stands_for_it);
-    }
-    return reason;
+/// A line of the table: what is the same in all failures of a kind.
+std::string LineOf(int result, const Zentar::Failure& failure) {
+    std::ostringstream line;
+    line << std::setw(6) << result << "  " << std::left << std::setw(19) << failure.operation
+         << std::setw(20) << Zentar::WordOf(failure.kind) << std::right << std::setw(4)
+         << failure.code << "  " << Zentar::WordsOf(failure.phase);
+    return line.str();
 }
 
 }  // namespace
@@ -35,10 +26,9 @@ void Tally::CountRead() {
     ++read_;
 }
 
-void Tally::CountFailure(int result, const std::string& reason) {
-    const std::string kind = KindOf(reason);
+void Tally::CountFailure(int result, const Zentar::Failure& failure) {
     const std::lock_guard lock(mutex_);
-    ++failures_[result][kind];
+    ++failures_[LineOf(result, failure)];
 }
 
 void Tally::CountFault(const std::string& fault) {
@@ -52,10 +42,8 @@ void Tally::CountFault(const std::string& fault) {
 std::size_t Tally::operations() const {
     const std::lock_guard lock(mutex_);
     std::size_t all = read_ + faults_;
-    for (const auto& [result, kinds] : failures_) {
-        for (const auto& [kind, count] : kinds) {
-            all += count;
-        }
+    for (const auto& [line, count] : failures_) {
+        all += count;
     }
     return all;
 }
@@ -69,11 +57,9 @@ void Tally::Print() const {
     const std::size_t all = operations();
     const std::lock_guard lock(mutex_);
     std::printf("\n%9zu operations\n%9zu read whole\n%9zu faults\n", all, read_, faults_);
-    std::printf("\n%9s  result  failure\n", "times");
-    for (const auto& [result, kinds] : failures_) {
-        for (const auto& [kind, count] : kinds) {
-            std::printf("%9zu  %6d  %s\n", count, result, kind.c_str());
-        }
+    std::printf("\n%9s  result  %-19s%-20s%4s  while\n", "times", "operation", "failure", "code");
+    for (const auto& [line, count] : failures_) {
+        std::printf("%9zu  %s\n", count, line.c_str());
     }
     for (const std::string& fault : first_faults_) {
         std::printf("FAULT: %s\n", fault.c_str());

@@ -7,15 +7,17 @@
 #include <string>
 #include <vector>
 
+#include "common/records/failure.h"
+
 namespace soak {
 
 /// May be used from any thread.
 class Tally {
 public:
     void CountRead();
-    /// `reason` is the first failure that the module logged; `result` tells whether it kept that to
-    /// itself, as it does where a part is missing.
-    void CountFailure(int result, const std::string& reason);
+    /// `failure` is an operation's first; its `result` may be 0 all the same, where only a part is
+    /// missing.
+    void CountFailure(int result, const Zentar::Failure& failure);
     /// Something that must not happen.
     void CountFault(const std::string& fault);
 
@@ -27,7 +29,7 @@ private:
     mutable std::mutex mutex_;
     std::size_t read_ = 0;
     std::size_t faults_ = 0;
-    std::map<int, std::map<std::string, std::size_t>> failures_;
+    std::map<std::string, std::size_t> failures_;  ///< by what counts as one way to fail
     std::vector<std::string> first_faults_;
 };
 
