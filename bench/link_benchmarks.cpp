@@ -4,6 +4,7 @@
 #include "fresh_process.h"
 #include "module_work.h"
 #include "replay_server.h"
+#include "simhost/server_habits.h"
 #include "simulated_host.h"
 
 namespace bench {
@@ -19,15 +20,18 @@ double SecondsSince(Clock::time_point start) {
     return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-double SecondsOfInventory(std::uint16_t port, Link link) {
-    const auto started = Clock::now();
-    ReadInventory(HostAt(port, link));
-    return SecondsSince(started);
+/// The second inventory of a process, as an application reads host after host: the first also
+/// starts OpenSSL and the allocator.
+double SecondsOfInventory(std::uint16_t port) {
+    return InFreshProcess([=] {
+        ReadInventory(HostAt(port, Link::kHttps));
+        const auto started = Clock::now();
+        ReadInventory(HostAt(port, Link::kHttps));
+        return SecondsSince(started);
+    });
 }
 
 /// Round trips: one for each request, one for each TCP connection and one for its TLS handshake.
-/// The inventory is a process's second, as an application reads host after host: the first also
-/// starts OpenSSL and the allocator.
 void InventoryOverSlowLink(benchmark::State& state, std::size_t round_trip_ms) {
     constexpr int kInventories = 2;
     for ([[maybe_unused]] auto _ : state) {
@@ -36,10 +40,7 @@ void InventoryOverSlowLink(benchmark::State& state, std::size_t round_trip_ms) {
             options.round_trip_delay = std::chrono::milliseconds(round_trip_ms);
             return MakeSimulatedHost(simhost::HostDescription::Builtin(), options);
         });
-        const double seconds = InFreshProcess([&] {
-            SecondsOfInventory(server.port(), Link::kHttps);
-            return SecondsOfInventory(server.port(), Link::kHttps);
-        });
+        const double seconds = SecondsOfInventory(server.port());
         const Counts counts = server.counts();
         const auto requests = static_cast<double>(counts.requests) / kInventories;
         state.SetIterationTime(seconds);
@@ -49,6 +50,25 @@ void InventoryOverSlowLink(benchmark::State& state, std::size_t round_trip_ms) {
         state.counters["to_link"] = seconds / ((requests + 2 * kNecessaryConnections) *
                                                static_cast<double>(round_trip_ms) / 1e3);
     }
+}
+
+/// From a server that closes after ten requests, as those of hosts do, with or without Nagle's
+/// algorithm.
+void InventoryOfManyConnections(benchmark::State& state, std::size_t devices, bool no_delay) {
+    const ServerProcess server([=] {
+        simhost::ServerOptions options = simhost::RealServerHabits();
+        options.no_delay = no_delay;
+        return MakeSimulatedHost(HostOfDevices(devices), options);
+    });
+    TimeEach(state, [&] { return SecondsOfInventory(server.port()); });
+}
+
+void InventoryWithNagle(benchmark::State& state, std::size_t devices) {
+    InventoryOfManyConnections(state, devices, false);
+}
+
+void InventoryWithoutNagle(benchmark::State& state, std::size_t devices) {
+    InventoryOfManyConnections(state, devices, true);
 }
 
 /// Segments with data that arrived, to requests. With TCP_NODELAY each write leaves as a segment of
@@ -110,6 +130,8 @@ void Handshakes(benchmark::State& state, std::size_t devices) {
 std::vector<Measurement> LinkMeasurements() {
     return {
         {"inventory/10", InventoryOverSlowLink, 10, 1, 30},
+        {"nagle/100", InventoryWithNagle, 100, 1, 30},
+        {"no_delay/100", InventoryWithoutNagle, 100, 1, 30},
         {"writes/100", WritesPerRequest, 100, 1, 3},
         {"handshakes/40", Handshakes, 40, 1, 3},
     };

@@ -90,12 +90,10 @@ Readings Measure(const std::vector<Figure>& figures) {
 void Report(const std::vector<Figure>& figures, const Readings& readings,
             const std::string& json_file) {
     nlohmann::ordered_json json;
-    std::printf("\n%-20s %9s  %-18s %s\n", "figure", "value", "target", "meaning");
+    std::printf("\n%-20s %9s  %-16s %s\n", "figure", "value", "target", "meaning");
     for (const Figure& figure : figures) {
         const double value = figure.compute(readings);
-        const bool at_most = figure.bound == Figure::Bound::kAtMost;
-        std::printf("%-20s %9.3f  %-8s %-6.5g %s %s\n", figure.name, value,
-                    at_most ? "at most" : "at least", figure.target,
+        std::printf("%-20s %9.3f  at most %-6.5g %s %s\n", figure.name, value, figure.target,
                     figure.IsMetBy(value) ? " " : "!", figure.meaning);
         json[figure.name] = value;
     }

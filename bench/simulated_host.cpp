@@ -79,11 +79,8 @@ simhost::HostDescription HostOfDevices(std::size_t devices) {
                              {"IBMSG_SystemSlot", slot},
                              {"IBMSG_SystemBoard", board}}},
                            {"associations", associations}};
-    const Json empty = {{"classes", Json::object()}};
-    const Json host = {
-        {"name", "devices"},
-        {"namespaces",
-         {{"root/cimv2", empty}, {"ibm/imm0/cimv2", empty}, {"root/ibmsd", hardware}}}};
+    Json host = Json::parse(simhost::BuiltinHostText());
+    host["namespaces"]["root/ibmsd"] = hardware;
     return simhost::HostDescription::FromJson(host.dump(), "host of devices");
 }
 

@@ -10,8 +10,8 @@ namespace bench {
 std::unique_ptr<Service> MakeSimulatedHost(const simhost::HostDescription& description,
                                            simhost::ServerOptions options);
 
-/// A host with `devices` PCI devices, each on the system board and in no slot, so that finding its
-/// place takes two associator requests.
+/// The built-in host with `devices` PCI devices in place of its own, each on the system board and
+/// in no slot, so that finding its place takes two associator requests.
 simhost::HostDescription HostOfDevices(std::size_t devices);
 
 }  // namespace bench
