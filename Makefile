@@ -19,7 +19,8 @@ bench: build/build.ninja
 	@cmake --build build --target kalvex_bench
 	@build/bin/kalvex_bench --json build/bench.json
 
-# Prints how exactly the client keeps its time limits with hosts that stall.
+# Prints how exactly limits, a deadline and cancelling end calls to hosts that stall, and fails when
+# one is late.
 time-limits: build/build.ninja
 	@cmake -B build -DKALVEX_BUILD_BENCHMARKS=ON >/dev/null
 	@cmake --build build --target time_limits

@@ -23,16 +23,28 @@ sockaddr_in AddressOf(const char* text, std::uint16_t port) {
     return address;
 }
 
-/// The port that it listens on.
-std::uint16_t Listen(int socket, const char* at, int backlog) {
+[[noreturn]] void Fail(const char* call) {
+    throw std::system_error(errno, std::generic_category(), call);
+}
+
+/// The port that it is bound to.
+std::uint16_t Bind(int socket, const char* at) {
     sockaddr_in address = AddressOf(at, 0);
     socklen_t size = sizeof address;
     auto* const generic = reinterpret_cast<sockaddr*>(&address);
-    if (bind(socket, generic, size) != 0 || listen(socket, backlog) != 0 ||
-        getsockname(socket, generic, &size) != 0) {
-        throw std::system_error(errno, std::generic_category(), "listen");
+    if (bind(socket, generic, size) != 0 || getsockname(socket, generic, &size) != 0) {
+        Fail("bind");
     }
     return ntohs(address.sin_port);
+}
+
+/// The port that it listens on.
+std::uint16_t Listen(int socket, const char* at, int backlog) {
+    const std::uint16_t port = Bind(socket, at);
+    if (listen(socket, backlog) != 0) {
+        Fail("listen");
+    }
+    return port;
 }
 
 /// A request that is not taken shall not disappear in the kernel.
@@ -49,30 +61,40 @@ StallingHost::StallingHost(Act act)
     : act_(std::move(act)),
       listener_(SocketOfSmallBuffer()),
       port_(Listen(listener_, kLoopback, SOMAXCONN)),
-      serving_([this] { Serve(); }) {}
+      accepting_([this] { Accept(); }) {}
 
 StallingHost::~StallingHost() {
     shutdown(listener_, SHUT_RDWR);
+    accepting_.join();
     {
         const std::lock_guard lock(mutex_);
-        shutdown(connection_, SHUT_RDWR);
+        ended_ = true;
+        for (const int socket : connections_) {
+            shutdown(socket, SHUT_RDWR);
+        }
     }
-    serving_.join();
+    serving_.clear();
     close(listener_);
 }
 
-void StallingHost::Serve() {
+void StallingHost::Accept() {
     for (int socket = 0; (socket = accept4(listener_, nullptr, nullptr, SOCK_CLOEXEC)) >= 0;) {
-        SetConnection(socket);
-        act_(socket);
-        SetConnection(-1);
-        close(socket);
+        serving_.emplace_back([this, socket] { Serve(socket); });
     }
 }
 
-void StallingHost::SetConnection(int socket) {
+void StallingHost::Serve(int socket) {
+    {
+        const std::lock_guard lock(mutex_);
+        connections_.insert(socket);
+        if (ended_) {
+            shutdown(socket, SHUT_RDWR);
+        }
+    }
+    act_(socket);
     const std::lock_guard lock(mutex_);
-    connection_ = socket;
+    connections_.erase(socket);
+    close(socket);
 }
 
 FullBacklog::FullBacklog(const char* at)
@@ -85,7 +107,7 @@ FullBacklog::FullBacklog(const char* at)
         // The first one is completed and never taken; the others wait for it.
         if (connect(filler, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0 &&
             errno != EINPROGRESS) {
-            throw std::system_error(errno, std::generic_category(), "connect");
+            Fail("connect");
         }
         type |= SOCK_NONBLOCK;
     }
@@ -97,5 +119,10 @@ FullBacklog::~FullBacklog() {
     }
     close(listener_);
 }
+
+ClosedPort::ClosedPort()
+    : socket_(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)), port_(Bind(socket_, kLoopback)) {}
+
+ClosedPort::~ClosedPort() { close(socket_); }
 
 }  // namespace bench
