@@ -2,6 +2,7 @@
 
 #include "cimxml/mix.h"
 #include "object_model/names.h"
+#include "xml/byte_words.h"
 
 namespace cimclient {
 
@@ -12,7 +13,7 @@ CIMName NameCache::Name(std::string_view text) {
         return {};
     }
     CIMName& cached = names_[Mix(text) % names_.size()];
-    if (cached.getString().utf8() != text) {
+    if (!byte_words::SameBytes(cached.getString().utf8(), text)) {
         if (!Pegasus::detail::IsLegalName(text)) {
             return {};
         }

@@ -9,6 +9,7 @@
 #include "Pegasus/Client/CIMClientException.h"
 #include "object_model/utf.h"
 #include "reply_limits.h"
+#include "xml/byte_words.h"
 
 namespace cimclient {
 
@@ -184,13 +185,6 @@ void XmlReader::PushOpen(std::string_view name) {
 }
 
 inline void XmlReader::SkipSpace() {
-    if (at_ < text_.size() && !Is(kSpaceChar, text_[at_])) {
-        return;
-    }
-    SkipLongSpace();
-}
-
-void XmlReader::SkipLongSpace() {
     std::size_t at = at_;
     while (at < text_.size() && Is(kSpaceChar, text_[at])) {
         ++at;
@@ -205,8 +199,9 @@ void XmlReader::SkipLongSpace() {
 inline std::string_view XmlReader::TakeName() {
     const char* const begin = text_.data() + at_;
     const char* const text_end = text_.data() + text_.size();
-    const char* end = begin;
-    if (end != text_end && Is(kStartsName, *end)) {
+    // Names of CIM-XML are capital letters, but for a dot.
+    const char* end = byte_words::FirstMarked(begin, text_end, byte_words::NotCapital);
+    if (end != text_end && Is(end == begin ? kStartsName : kContinuesName, *end)) {
         do {
             ++end;
         } while (end != text_end && Is(kContinuesName, *end));
@@ -235,11 +230,8 @@ void XmlReader::RequireDeclaration() {
     FailValidation("Expected <?xml ... ?> style declaration");
 }
 
-void XmlReader::ExpectOpen(std::string_view name) {
-    if (!IsOpen(name)) {
-        FailValidation("Expected open of " + std::string(name) + " element");
-    }
-    Advance();
+void XmlReader::FailToOpen(const char* name) const {
+    FailValidation("Expected open of " + std::string(name) + " element");
 }
 
 void XmlReader::ExpectClose(std::string_view name) {
@@ -421,7 +413,40 @@ void XmlReader::ReadAttributes() {
     }
 }
 
+inline void XmlReader::AddAttribute(const XmlAttribute& attribute) {
+    if (token_.attributes.size() == kMaxXmlAttributes) {
+        FailForm("Too many attributes");
+    }
+    token_.attributes.push_back(attribute);
+}
+
+/// The usual attribute: NAME="value" with nothing between, and no character in the value that has
+/// to be looked at.
+bool XmlReader::TakePlainAttribute() {
+    const char* const begin = text_.data() + at_;
+    const char* const end = text_.data() + text_.size();
+    const char* const name_end = byte_words::FirstMarked(begin, end, byte_words::NotCapital);
+    if (end - name_end < 2 || name_end == begin || name_end[0] != '=' || name_end[1] != '"') {
+        return false;
+    }
+    const char* const value = name_end + 2;
+    const char* const value_end = byte_words::FirstMarked(value, end, [](std::uint64_t word) {
+        return byte_words::Equal(word, '"') | byte_words::Equal(word, '&') |
+               byte_words::NotGraphic(word);
+    });
+    if (value_end == end || *value_end != '"') {
+        return false;
+    }
+    at_ = static_cast<std::size_t>(value_end - text_.data());
+    AddAttribute({{begin, name_end}, {value, value_end}, true});
+    ++at_;
+    return true;
+}
+
 void XmlReader::ReadAttribute() {
+    if (TakePlainAttribute()) {
+        return;
+    }
     const std::string_view name = TakeName();
     SkipSpace();
     if (name.empty() || CharAt(at_) != '=') {
@@ -445,10 +470,7 @@ void XmlReader::ReadAttribute() {
         RequireComplete();
         FailForm("Bad attribute value");
     }
-    if (token_.attributes.size() == kMaxXmlAttributes) {
-        FailForm("Too many attributes");
-    }
-    token_.attributes.push_back({name, value, (classes & kNeedsDecoding) == 0});
+    AddAttribute({name, value, (classes & kNeedsDecoding) == 0});
     ++at_;
 }
 
@@ -459,7 +481,8 @@ bool XmlReader::TakeExpectedClose() {
     }
     const std::string_view name = InnermostOpen();
     const std::size_t end = at_ + 2 + name.size();
-    if (CharAt(end) != '>' || text_.compare(at_ + 2, name.size(), name) != 0) {
+    if (CharAt(end) != '>' ||
+        !byte_words::SameBytes(text_.data() + at_ + 2, name.data(), name.size())) {
         return false;
     }
     at_ = end + 1;

@@ -100,7 +100,13 @@ public:
     bool IsClose() { return Peek().kind == XmlToken::kClose; }
 
     /// Steps over an opening element; throws when something else stands there.
-    void ExpectOpen(std::string_view name);
+    template <std::size_t Size>
+    void ExpectOpen(const char (&name)[Size]) {
+        if (!IsOpen(name)) {
+            FailToOpen(name);
+        }
+        Advance();
+    }
     /// Steps over the closing element of `name`; throws when something else stands there.
     void ExpectClose(std::string_view name);
     /// At an opening element: steps over it with all it holds.
@@ -124,7 +130,11 @@ public:
 
     /// After an opening element: the text it holds, empty without any. Lives until ForgetTexts.
     std::string_view ReadText();
-    void ForgetTexts() { decoded_texts_.clear(); }
+    void ForgetTexts() {
+        if (!decoded_texts_.empty()) {
+            decoded_texts_.clear();
+        }
+    }
 
     /// Throw CIMClientXmlException: "Validation error: on line N: ..." about structure,
     /// "Semantic error: on line N: ..." about values.
@@ -162,11 +172,12 @@ private:
     void ReadClose();
     void ReadAttributes();
     void ReadAttribute();
+    bool TakePlainAttribute();
+    void AddAttribute(const XmlAttribute& attribute);
     std::string_view ValueOf(const XmlAttribute& attribute);
     std::string Resolved(std::string_view raw) const;
     void SkipPast(std::string_view end);
     void SkipSpace();
-    void SkipLongSpace();
     std::string_view TakeName();
     bool TakeExpectedClose();
     bool StartsWith(std::string_view prefix) const {
@@ -174,6 +185,7 @@ private:
     }
     /// 0 beyond the end.
     char CharAt(std::size_t at) const { return at < text_.size() ? text_[at] : '\0'; }
+    [[noreturn]] void FailToOpen(const char* name) const;
     [[noreturn]] void FailForm(const char* what) const;
     std::string OnLine() const;
 
