@@ -2,6 +2,7 @@
 
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/ip/tcp.hpp>
+#include <exception>
 #include <mutex>
 #include <system_error>
 #include <thread>
@@ -37,12 +38,21 @@ public:
             const bool ip_v6 = acceptor_.local_endpoint().address().is_v6();
             error_code gone;
             socket.set_option(tcp::no_delay(no_delay_), gone);
-            accepted_({socket.release(), ip_v6});
+            TakeUp({socket.release(), ip_v6});
             socket = acceptor_.accept(error);
         }
     }
 
 private:
+    /// The next connections may be luckier.
+    void TakeUp(NativeSocket accepted) {
+        try {
+            accepted_(accepted);
+        } catch (const std::exception&) {
+            // No thread, descriptor or memory is left for it.
+        }
+    }
+
     void Listen(const ServerOptions& options) {
         const auto require = [&](const error_code& error) {
             if (error) {

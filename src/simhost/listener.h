@@ -13,8 +13,8 @@ namespace simhost {
 /// Listens from construction to destruction, on a thread of its own.
 class Listener {
 public:
-    /// Calls `accepted` for each connection, one at a time; it then owns the socket. Throws
-    /// std::system_error when it cannot listen.
+    /// Calls `accepted` for each connection, one at a time; it then owns the socket, also when it
+    /// throws, which ends that connection alone. Throws std::system_error when it cannot listen.
     Listener(const ServerOptions& options, std::function<void(NativeSocket)> accepted);
     ~Listener();
 

@@ -41,10 +41,16 @@ public:
 
     void TakeUp(NativeSocket accepted) {
         connections.remove_if([](const Connection& connection) { return connection.finished(); });
-        if (connections.size() < kMaxConnections) {
-            connections.emplace_back(context, context.journal.Connected(), accepted);
-        } else {
+        if (connections.size() >= kMaxConnections) {
             Stream(accepted).Close();
+            return;
+        }
+        const std::size_t number = context.journal.Connected();
+        try {
+            connections.emplace_back(context, number, accepted);
+        } catch (...) {
+            context.journal.Settled();
+            throw;
         }
     }
 

@@ -1,5 +1,7 @@
 #include "simhost/stream.h"
 
+#include <unistd.h>
+
 #include <array>
 #include <boost/asio/executor_work_guard.hpp>
 #include <boost/asio/io_context.hpp>
@@ -79,7 +81,10 @@ std::size_t Stream::Impl::Complete(const std::shared_ptr<Outcome>& outcome) {
     return outcome->size;
 }
 
-Stream::Stream(NativeSocket accepted) : impl_(std::make_unique<Impl>(accepted)) {}
+Stream::Stream(NativeSocket accepted) try : impl_(std::make_unique<Impl>(accepted)) {
+} catch (...) {
+    ::close(accepted.handle);
+}
 
 Stream::~Stream() = default;
 

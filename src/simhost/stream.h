@@ -26,6 +26,7 @@ public:
     using Clock = std::chrono::steady_clock;
     using Duration = Clock::duration;
 
+    /// Closes the socket when it throws, for lack of descriptors or memory.
     explicit Stream(NativeSocket accepted);
     ~Stream();
     Stream(const Stream&) = delete;

@@ -1,3 +1,5 @@
+#include <pthread.h>
+
 #include <system_error>
 #include <thread>
 
@@ -11,6 +13,28 @@ using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
 class Connections : public HostTest {};
+
+/// While it lives, no thread can be started: there is no room for the stack that each would have.
+class NoThreads {
+public:
+    NoThreads() {
+        EXPECT_EQ(pthread_getattr_default_np(&before_), 0);
+        pthread_attr_t attributes = before_;
+        constexpr std::size_t kMoreThanThereIs = std::size_t{1} << 60U;
+        EXPECT_EQ(pthread_attr_setstacksize(&attributes, kMoreThanThereIs), 0);
+        EXPECT_EQ(pthread_setattr_default_np(&attributes), 0);
+        EXPECT_THROW(std::thread([] {}).join(), std::system_error);
+    }
+    ~NoThreads() {
+        EXPECT_EQ(pthread_setattr_default_np(&before_), 0);
+        pthread_attr_destroy(&before_);
+    }
+    NoThreads(const NoThreads&) = delete;
+    NoThreads& operator=(const NoThreads&) = delete;
+
+private:
+    pthread_attr_t before_{};
+};
 
 TEST_F(Connections, AreKeptAlive) {
     RawClient client = Connect();
@@ -110,6 +134,18 @@ TEST_F(Connections, AreDelayedAsConfigured) {
     EXPECT_EQ(Server().counters().connections, 1U);
     StopServing();
     EXPECT_EQ(client.ReceiveAll(), "");
+}
+
+TEST_F(Connections, WithoutAThreadForThemAreClosedAndTheNextAreServed) {
+    Server();
+    {
+        const NoThreads no_threads;
+        RawClient client = Connect();
+        EXPECT_EQ(client.ReceiveAll(), "");
+        EXPECT_NE(client.end(), End::kNone);
+    }
+    EXPECT_EQ(Ask(EnumerateCards()).status, 200);
+    EXPECT_EQ(Server().counters().connections, 2U);
 }
 
 TEST_F(Connections, EndWithTheServer) {
