@@ -1,9 +1,11 @@
 #include <algorithm>
+#include <cstdio>
 #include <nlohmann/json.hpp>
 #include <ostream>
 #include <string_view>
 
 #include "cli/printer.h"
+#include "common/text/visible_text.h"
 #include "inventory/failure_meanings.h"
 
 namespace command {
@@ -44,22 +46,43 @@ Json FailureOf(const Json& section, const Failure& failure) {
             {"advice", inventory::MeaningOf(failure.kind).advice}};
 }
 
-/// DEL and the C1 controls are legal in JSON, but drive a terminal that the text is shown on.
-std::string WithoutTerminalControls(std::string_view json) {
-    static constexpr char kHex[] = "0123456789abcdef";
+/// With U+FFFD for bytes that are not UTF-8.
+std::string Dumped(const Json& json, int indent = -1) {
+    constexpr bool kEscapeNonAscii = false;
+    return json.dump(indent, ' ', kEscapeNonAscii, Json::error_handler_t::replace);
+}
+
+std::string Utf16Escape(unsigned unit) {
+    char text[8];
+    std::snprintf(text, sizeof text, "\\u%04x", unit);
+    return text;
+}
+
+/// JSON's own escape, which is two beyond the Basic Multilingual Plane.
+std::string JsonEscape(std::int32_t code) {
+    constexpr unsigned kFirstPair = 0x10000;
+    const auto character = static_cast<unsigned>(code);
+    if (character < kFirstPair) {
+        return Utf16Escape(character);
+    }
+    const unsigned rest = character - kFirstPair;
+    return Utf16Escape(0xD800 + (rest >> 10U)) + Utf16Escape(0xDC00 + (rest & 0x3FFU));
+}
+
+/// Hidden characters from U+007F on are legal within JSON's strings, but drive a terminal that
+/// the text is shown on, or are invisible there. Below only the line breaks between strings are
+/// left.
+std::string WithoutHidden(std::string_view json) {
     std::string out;
     out.reserve(json.size());
-    for (std::size_t i = 0; i < json.size(); ++i) {
-        const auto byte = static_cast<unsigned char>(json[i]);
-        const auto next = i + 1 < json.size() ? static_cast<unsigned char>(json[i + 1]) : 0U;
-        const bool is_c1 = byte == 0xC2 && next < 0xA0;
-        if (byte != 0x7F && !is_c1) {
-            out += json[i];
-            continue;
+    while (!json.empty()) {
+        const Zentar::TextUnit unit = Zentar::FirstUnit(json);
+        if (unit.code >= 0x7F && Zentar::IsHidden(unit.code)) {
+            out += JsonEscape(unit.code);
+        } else {
+            out += unit.bytes;
         }
-        const unsigned code = is_c1 ? next : byte;
-        out += std::string("\\u00") + kHex[code >> 4U] + kHex[code & 0xFU];
-        i += is_c1 ? 1 : 0;
+        json.remove_prefix(unit.bytes.size());
     }
     return out;
 }
@@ -87,11 +110,8 @@ public:
 
     void End() override {
         constexpr int kIndent = 2;
-        constexpr bool kEscapeNonAscii = false;
         inventory_["failures"] = std::move(failures_);
-        out_ << WithoutTerminalControls(
-                    inventory_.dump(kIndent, ' ', kEscapeNonAscii, Json::error_handler_t::replace))
-             << std::endl;
+        out_ << WithoutHidden(Dumped(inventory_, kIndent)) << std::endl;
     }
 
 private:

@@ -29,9 +29,25 @@ TEST(DisplayText, MakesSeparatorsAndInvisibleFormatCharactersVisible) {
     EXPECT_EQ(DisplayText("\uFEFFa\u200B"), "\\u{FEFF}a\\u{200B}");
 }
 
-TEST(DisplayText, KeepsTheJoinersThatSpellingNeeds) {
-    const std::string persian = "می\u200Cخواهم";
-    EXPECT_EQ(DisplayText(persian), persian);
+TEST(DisplayText, DoublesBackslashesSoThatNoTextPassesForAnEscape) {
+    EXPECT_EQ(DisplayText("\\u{202E}"), "\\\\u{202E}");
+}
+
+TEST(DisplayText, IsShortenedToItsColumns) {
+    EXPECT_EQ(DisplayText("abcde", 5), "abcde");
+    EXPECT_EQ(DisplayText("abcdef", 5), "abcd…");
+    EXPECT_EQ(DisplayText("abcdef", 1), "…");
+    EXPECT_EQ(DisplayText("", 1), "");
+}
+
+TEST(DisplayText, IsShortenedBetweenCharacters) {
+    EXPECT_EQ(DisplayText("größer", 4), "grö…");
+    EXPECT_EQ(DisplayText("日本語", 6), "日本語");
+    EXPECT_EQ(DisplayText("日本語", 5), "日本…");
+    EXPECT_EQ(DisplayText("日本語", 4), "日…");
+    EXPECT_EQ(DisplayText("cafe\u0301s x", 5), "cafe\u0301…");
+    EXPECT_EQ(DisplayText("ab\x1B[2J", 7), "ab\\x1B…");
+    EXPECT_EQ(DisplayText("ab\x1B[2J", 6), "ab…");
 }
 
 TEST(DisplayText, ShowsBytesThatAreNotUtf8) {
@@ -46,7 +62,7 @@ TEST(DisplayWidth, CountsTheColumnsOfATerminal) {
     EXPECT_EQ(DisplayWidth("größe"), 5U);
     EXPECT_EQ(DisplayWidth("日本語"), 6U);
     EXPECT_EQ(DisplayWidth("cafe\u0301"), 4U);
-    EXPECT_EQ(DisplayWidth("a\u200Cb"), 2U);
+    EXPECT_EQ(DisplayWidth("\u2764\uFE0F"), 1U);
     EXPECT_EQ(DisplayWidth("ﾊﾝｶｸ"), 4U);
 }
 

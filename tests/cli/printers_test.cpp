@@ -168,6 +168,14 @@ TEST(JsonPrinter, EscapesEveryControlCharacter) {
     EXPECT_EQ(record.at("name_"), "\x1B\n\x7F\u009B\u00A0");
 }
 
+TEST(JsonPrinter, EscapesInvisibleCharactersAndDecodesToTheHostsText) {
+    const std::string hostile = "a\u202Etxt\u200D\uFEFF\u2028\U000E0041\\u202e";
+    const std::string text = JsonText(RecordOf({hostile, ""}));
+    EXPECT_THAT(text, HasSubstr("\"a\\u202etxt\\u200d\\ufeff\\u2028\\udb40\\udc41\\\\u202e\""));
+    const Json record = Json::parse(text).at("sections").at("things").at("record");
+    EXPECT_EQ(record.at("name_"), hostile);
+}
+
 TEST(JsonPrinter, ListsEachFailureOnceWithItsSection) {
     Failure connecting;
     connecting.kind = FailureKind::kUnreachable;

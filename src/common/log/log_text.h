@@ -6,8 +6,8 @@
 
 namespace Zentar {
 
-/// The text with its further lines indented. The bytes of other control characters and line
-/// separators, and bytes that are not UTF-8, appear as \xNN. Tabs stay.
+/// The text with its further lines indented and tabs as they are. All else that drives a viewer or
+/// is invisible there appears as an escape (see common/text/visible_text.h).
 std::string SafeLogText(std::string_view text);
 
 }  // namespace Zentar

@@ -48,20 +48,19 @@ TEST(LogLine, DropsOneLineBreakAtTheEnd) {
 
 TEST(LogLine, ShowsControlCharactersInsteadOfSendingThem) {
     EXPECT_EQ(ShownAs("a\x1B[2J"), "a\\x1B[2J");
-    EXPECT_EQ(ShownAs("a\rb"), "a\\x0Db");
+    EXPECT_EQ(ShownAs("a\rb"), "a\\rb");
     EXPECT_EQ(ShownAs(std::string("a\0b", 3)), "a\\x00b");
     EXPECT_EQ(ShownAs("a\x7F\b"), "a\\x7F\\x08");
 }
 
-TEST(LogLine, ShowsC1ControlsAndLineSeparators) {
-    EXPECT_EQ(ShownAs("\xC2\x9B"
-                      "31m"),
-              "\\xC2\\x9B31m");
-    EXPECT_EQ(ShownAs("\xC2\x85"), "\\xC2\\x85");
-    EXPECT_EQ(ShownAs("\xC2\xA0"), "\xC2\xA0");
-    EXPECT_EQ(ShownAs("a\xE2\x80\xA8"
-                      "b\xE2\x80\xA9"),
-              "a\\xE2\\x80\\xA8b\\xE2\\x80\\xA9");
+TEST(LogLine, ShowsC1ControlsSeparatorsAndInvisibleCharacters) {
+    EXPECT_EQ(ShownAs("\u009B31m\u0085\u00A0"), "\\u{009B}31m\\u{0085}\u00A0");
+    EXPECT_EQ(ShownAs("a\u2028b\u2029"), "a\\u{2028}b\\u{2029}");
+    EXPECT_EQ(ShownAs("a\u202Egpj.exe\u200B"), "a\\u{202E}gpj.exe\\u{200B}");
+}
+
+TEST(LogLine, DoublesBackslashesSoThatNoTextPassesForAnEscape) {
+    EXPECT_EQ(ShownAs("\\u{202E} C:\\n"), "\\\\u{202E} C:\\\\n");
 }
 
 TEST(LogLine, ShowsBytesThatAreNotUtf8) {

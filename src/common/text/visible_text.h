@@ -1,0 +1,30 @@
+// What of a text from outside stands as it is in logs and on terminals, and what as an escape.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace Zentar {
+
+/// The smallest part of a text that is shown on its own.
+struct TextUnit {
+    std::string_view bytes;
+    std::int32_t code;  ///< the character; negative for a byte that is not UTF-8
+};
+
+/// The first unit of a text that is not empty.
+TextUnit FirstUnit(std::string_view text);
+
+/// Whether a character drives whatever shows it, or is invisible there: controls, line and
+/// paragraph separators, direction marks, joiners, fillers, tags. Variation selectors are not
+/// among them: they choose the form of a character that is visible.
+bool IsHidden(std::int32_t code);
+
+/// Appends the unit as it may be shown: itself, a backslash doubled, a hidden character as \n, \r,
+/// \t, \xNN below U+0080 and \u{NNNN} beyond, and a byte that is not UTF-8 as \xNN. Since
+/// backslashes are doubled, no text can pass for an escape, and each can be read back from what
+/// is shown.
+void AppendVisible(std::string& shown, const TextUnit& unit);
+
+}  // namespace Zentar
