@@ -20,14 +20,21 @@ using inventory::Table;
 constexpr const char* kColumnGap = "  ";
 constexpr const char* kAbsent = "-";  ///< the host has no such property, or an empty one
 
+/// What keeps one long cell from padding all rows to its width. In columns of a terminal.
+constexpr std::size_t kWidestColumn = 80;
+/// The last one of a row is not padded.
+constexpr std::size_t kWidestLastColumn = 400;
+/// Of a table of one record.
+constexpr std::size_t kWidestValue = 4096;
+
 /// A line of texts that fit for a terminal.
 using Line = std::vector<std::string>;
 
 bool IsNumber(const Cell& cell) { return !std::holds_alternative<std::string>(cell); }
 
-std::string ShownCell(const Cell& cell) {
+std::string ShownCell(const Cell& cell, std::size_t most_columns) {
     if (const auto* text = std::get_if<std::string>(&cell)) {
-        return text->empty() ? kAbsent : DisplayText(*text);
+        return text->empty() ? kAbsent : DisplayText(*text, most_columns);
     }
     return std::visit(
         [](const auto& value) -> std::string {
@@ -40,9 +47,20 @@ std::string ShownCell(const Cell& cell) {
         cell);
 }
 
+Line ShownRecord(const std::vector<Cell>& row) {
+    Line line;
+    for (const Cell& cell : row) {
+        line.push_back(ShownCell(cell, kWidestValue));
+    }
+    return line;
+}
+
 Line ShownRow(const std::vector<Cell>& row) {
     Line line;
-    std::ranges::transform(row, std::back_inserter(line), ShownCell);
+    for (const Cell& cell : row) {
+        const bool is_last = line.size() + 1 == row.size();
+        line.push_back(ShownCell(cell, is_last ? kWidestLastColumn : kWidestColumn));
+    }
     return line;
 }
 
@@ -136,7 +154,7 @@ private:
             headings.push_back({column.heading});
         }
         const std::size_t width = WidthsOf(headings).front();
-        const Line values = ShownRow(table.rows.front());
+        const Line values = ShownRecord(table.rows.front());
         const bool nothing_read = std::ranges::count(values, kAbsent) == std::ssize(values);
         for (std::size_t i = 0; i < values.size() && !(table.status != Status::kOk && nothing_read);
              ++i) {

@@ -152,6 +152,25 @@ TEST_F(InventoryCommand, NoSuchPropertyIsADash) {
     EXPECT_EQ(Sections({"system"}).at("system").at("record").at("version_"), "");
 }
 
+TEST_F(InventoryCommand, AHugeValueAmongThousandsOfRowsIsShortenedAsTextAndWholeInJson) {
+    const std::string huge(100'000, 'h');
+    Json host = SmallHost();
+    Json& rows =
+        host["namespaces"]["root/cimv2"]["classes"]["VMware_ComponentSoftwareIdentity"]["rows"] =
+            Json::array();
+    for (int i = 0; i < 2000; ++i) {
+        rows.push_back({std::to_string(i), "driver", "1.0", "text"});
+    }
+    rows.push_back({"huge", huge, huge, huge});
+    Serve(host);
+    const Finished text = Inventory({"packages"});
+    EXPECT_EQ(text.status, 0) << text.err;
+    const Finished json = Inventory({"packages", "--format", "json"});
+    EXPECT_LT(text.out.size(), json.out.size());
+    EXPECT_THAT(text.out, HasSubstr("hhh…"));
+    EXPECT_TRUE(json.out.find('"' + huge + '"') != std::string::npos);
+}
+
 TEST_F(InventoryCommand, LogGoesToStandardErrorAtTheLevelAskedFor) {
     Serve();
     EXPECT_THAT(Inventory({"os", "--log-level", "3"}).err,

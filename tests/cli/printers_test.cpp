@@ -86,6 +86,25 @@ TEST(TextPrinter, LeavesNoBlanksAtTheEndOfALine) {
     EXPECT_THAT(Text(two_texts), Not(HasSubstr(" \n")));
 }
 
+TEST(TextPrinter, ShortensWhatIsWiderThanItsColumn) {
+    const std::string wide(1000, 'w');
+    const std::string text = Text({{"records", "T"}, {{"a", "A"}, {"b", "B"}}, {{wide, wide}}});
+    EXPECT_THAT(text,
+                HasSubstr('\n' + std::string(79, 'w') + "…  " + std::string(399, 'w') + "…\n"));
+    EXPECT_THAT(Text(RecordOf({std::string(4096, 'w'), std::string(4097, 'x')})),
+                testing::AllOf(HasSubstr("  " + std::string(4096, 'w') + '\n'),
+                               HasSubstr("  " + std::string(4095, 'x') + "…\n")));
+}
+
+TEST(TextPrinter, PadsNoRowToAHugeCell) {
+    const std::string huge(1'000'000, 'h');
+    std::vector<std::vector<Cell>> rows(5000, {"name", "text", "last"});
+    rows.push_back({huge, huge, huge});
+    const std::string text =
+        Text({{"records", "T"}, {{"a", "A"}, {"b", "B"}, {"c", "C"}}, std::move(rows)});
+    EXPECT_LT(text.size(), 5000U * 200U);
+}
+
 TEST(TextPrinter, KeepsAbsentEmptyUnreadableAndUnaskedApart) {
     EXPECT_THAT(Text(RecordOf({"", "y"})), HasSubstr("Name        -\n"));
     EXPECT_THAT(Text(ListOf({})), HasSubstr("======\nThe host has none.\n"));
@@ -200,6 +219,19 @@ TEST(JsonPrinter, ListsEachFailureOnceWithItsSection) {
     EXPECT_EQ(failures[1].at("class"), "OMC_Chassis");
     EXPECT_THAT(failures[1].at("message").get<std::string>(), HasSubstr("(a\x1B)"));
     EXPECT_EQ(failures[1].at("advice"), "check --user and the password");
+}
+
+TEST(JsonPrinter, ListsEveryDifferentFailure) {
+    std::vector<Failure> failures(4000);
+    for (std::size_t i = 0; i < failures.size(); ++i) {
+        failures[i].kind = FailureKind::kCimError;
+        failures[i].text = std::string(1000, 'x') + std::to_string(i);
+    }
+    const std::vector<Failure> once = failures;
+    failures.insert(failures.end(), once.begin(), once.end());
+    const Json json =
+        Json::parse(Printed(MakeJsonPrinter, ReadingOf(ListOf({}), 1, failures), once));
+    EXPECT_EQ(json.at("failures").size(), 8000U);
 }
 
 }  // namespace
