@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <ostream>
+#include <ranges>
 
 #include "cli/display_text.h"
 #include "inventory/failure_meanings.h"
@@ -9,6 +10,9 @@
 namespace command {
 
 namespace {
+
+/// More would hide from people what they have to read.
+constexpr std::size_t kMostReported = 20;
 
 std::string Joined(const std::vector<std::string>& names) {
     std::string text;
@@ -30,23 +34,28 @@ std::string KeyOf(const Zentar::Failure& failure) {
 void FailureReport::Add(const std::string& section, const std::vector<Zentar::Failure>& failures) {
     for (const Zentar::Failure& failure : failures) {
         const std::string key = KeyOf(failure);
-        auto known = std::ranges::find(entries_, key, &Entry::key);
-        if (known == entries_.end()) {
-            known = entries_.insert(known, {key,
-                                            inventory::DescribeFailure(failure),
-                                            inventory::MeaningOf(failure.kind).advice,
-                                            {}});
+        const auto [known, is_new] = places_.try_emplace(key, entries_.size());
+        if (is_new) {
+            entries_.push_back({inventory::DescribeFailure(failure),
+                                inventory::MeaningOf(failure.kind).advice,
+                                {}});
         }
-        if (std::ranges::count(known->sections, section) == 0) {
-            known->sections.push_back(section);
+        std::vector<std::string>& sections = entries_[known->second].sections;
+        if (std::ranges::count(sections, section) == 0) {
+            sections.push_back(section);
         }
     }
 }
 
 void FailureReport::Write(std::ostream& out) const {
-    for (const Entry& entry : entries_) {
+    for (const Entry& entry : entries_ | std::views::take(kMostReported)) {
         out << "kalvex: " << DisplayText(Joined(entry.sections)) << ": "
             << DisplayText(entry.description) << "; " << entry.advice << '\n';
+    }
+    if (entries_.size() > kMostReported) {
+        const std::size_t more = entries_.size() - kMostReported;
+        out << "kalvex: and " << more << " more failure" << (more == 1 ? "" : "s")
+            << "; --format json lists each\n";
     }
     if (dropped_ > 0) {
         out << "kalvex: " << dropped_ << " more failures were too many to be kept\n";

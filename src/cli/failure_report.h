@@ -1,9 +1,11 @@
 // Says on standard error why something could not be read.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <iosfwd>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "common/records/failure.h"
@@ -19,17 +21,18 @@ public:
     /// Notes that some were too many to be kept.
     void AddDropped(std::uint64_t count) { dropped_ += count; }
 
-    /// One line per distinct failure: the sections it struck, what happened, what to try.
+    /// One line per distinct failure: the sections it struck, what happened, what to try. Of many
+    /// only the first are written, and how many more there are.
     void Write(std::ostream& out) const;
 
 private:
     struct Entry {
-        std::string key;
         std::string description;
         const char* advice;
         std::vector<std::string> sections;
     };
     std::vector<Entry> entries_;
+    std::unordered_map<std::string, std::size_t> places_;  ///< of entries, by what makes them one
     std::uint64_t dropped_ = 0;
 };
 

@@ -1,8 +1,8 @@
-#include <algorithm>
 #include <cstdio>
 #include <nlohmann/json.hpp>
 #include <ostream>
 #include <string_view>
+#include <unordered_set>
 
 #include "cli/printer.h"
 #include "common/text/visible_text.h"
@@ -117,11 +117,10 @@ public:
 private:
     /// Each distinct one once.
     void Add(const Json& section, const std::vector<Failure>& failures) {
-        const auto of_section = static_cast<std::ptrdiff_t>(failures_.size());
+        std::unordered_set<std::string> known;
         for (const Failure& failure : failures) {
             Json entry = FailureOf(section, failure);
-            if (std::find(failures_.begin() + of_section, failures_.end(), entry) ==
-                failures_.end()) {
+            if (known.insert(Dumped(entry)).second) {
                 failures_.push_back(std::move(entry));
             }
         }

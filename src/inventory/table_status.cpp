@@ -49,12 +49,13 @@ bool IsOfOtherTable(const Table& table, const std::vector<Table>& tables, const 
 }
 
 /// Whether a row of the table may be less than it is on the host. Which row's associated object
-/// could not be asked for is not known: it is one without.
-bool MayCostAValue(const Table& table, const std::vector<Table>& tables, const Failure& failure) {
+/// could not be asked for is not known: it is one without, where the table `lacks_associated`.
+bool MayCostAValue(const Table& table, const std::vector<Table>& tables, bool lacks_associated,
+                   const Failure& failure) {
     if (IsAboutValue(failure) && !IsOfOtherTable(table, tables, failure)) {
         return true;
     }
-    return (IsAboutValue(failure) || IsAboutAssociation(failure)) && LacksAssociated(table);
+    return (IsAboutValue(failure) || IsAboutAssociation(failure)) && lacks_associated;
 }
 
 template <class Matches>
@@ -106,8 +107,10 @@ void Judge(Table& table, const SectionContent& content, const std::vector<Failur
         JudgeFailed(table, own, failures);
         return;
     }
+    // Asked once: there may be as many failures as rows.
+    const bool lacks_associated = LacksAssociated(table);
     Failures lesser = Those(failures, [&](const Failure& failure) {
-        return MayCostAValue(table, content.tables, failure);
+        return MayCostAValue(table, content.tables, lacks_associated, failure);
     });
     lesser.insert(lesser.begin(), own.begin(), own.end());
     if (!lesser.empty()) {

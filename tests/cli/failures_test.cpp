@@ -71,6 +71,32 @@ TEST(FailureReport, SaysThatSomeWereTooMany) {
     EXPECT_EQ(Written(report), "kalvex: 7 more failures were too many to be kept\n");
 }
 
+/// As many failures as there are numbers, each of another text.
+std::vector<Failure> Different(int count) {
+    std::vector<Failure> failures;
+    for (int i = 1; i <= count; ++i) {
+        const std::string text = std::string(1000, 'x') + std::to_string(i);
+        failures.push_back(Of(FailureKind::kCimError, text.c_str(), "A"));
+    }
+    return failures;
+}
+
+std::ptrdiff_t LinesOf(const std::string& text) { return std::ranges::count(text, '\n'); }
+
+TEST(FailureReport, ReportsTheFirstTwentyAndHowManyMore) {
+    FailureReport report;
+    report.Add("pci", Different(20));
+    EXPECT_EQ(LinesOf(Written(report)), 20);
+    report.Add("pci", Different(4000));
+    report.Add("system", Different(4000));
+    const std::string written = Written(report);
+    EXPECT_EQ(LinesOf(written), 21);
+    EXPECT_THAT(written, testing::HasSubstr("kalvex: pci, system: the host reported"));
+    EXPECT_THAT(written, testing::HasSubstr("x20); try"));
+    EXPECT_THAT(written,
+                testing::EndsWith("kalvex: and 3980 more failures; --format json lists each\n"));
+}
+
 TEST(Loopback, IsThisMachineAlone) {
     for (const char* host : {"127.0.0.1", "127.255.0.9", "::1", "0:0:0:0:0:0:0:1", "LocalHost"}) {
         EXPECT_TRUE(IsLoopback(host)) << host;
