@@ -10,6 +10,11 @@ namespace command {
 
 namespace {
 
+/// An empty variable in a script must not stand for trust in every host.
+std::string ProblemOfCaFile(const std::string& name) {
+    return name.empty() ? "the name of the file is empty; give one, or leave out --ca-file" : "";
+}
+
 bool LooksLikeFingerprint(std::string text) {
     constexpr std::size_t kDigits = 64;
     std::erase(text, ':');
@@ -23,6 +28,7 @@ void AddTrustOptions(CLI::App& app, TrustOptions& trust) {
     app.add_option("--ca-file", trust.ca_file,
                    "File of CA certificates (PEM): the host's certificate must come from one of "
                    "them and name the host")
+        ->check(CLI::Validator(ProblemOfCaFile, ""))
         ->type_name("FILE");
     app.add_option("--fingerprint", trust.fingerprints,
                    "SHA-256 fingerprint that the host's certificate must have, as kalvex "
