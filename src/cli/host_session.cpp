@@ -49,8 +49,10 @@ ConnectionOptions ConnectionOptionsOf(const HostOptions& options) {
     return connection;
 }
 
-void WarnOfPlainCredentials(const HostOptions& options) {
-    if (options.transport == Transport::kHttp && !options.user.empty() && !options.simulated &&
+/// A host that asks for credentials is also sent a password without a user name.
+void WarnOfPlainCredentials(const HostOptions& options, const Secret& password) {
+    const bool has_credentials = !options.user.empty() || !password.text().empty();
+    if (options.transport == Transport::kHttp && has_credentials && !options.simulated &&
         !IsLoopback(options.host)) {
         std::cerr << "kalvex: warning: --transport http lets everyone on the way read the user "
                      "name and password; use https"
@@ -70,7 +72,7 @@ HostSession::HostSession(HostOptions options, const LogOptions& log)
     Secret password;
     if (!options_.simulated || !options_.user.empty()) {
         password = PasswordSource(options_).Take();
-        WarnOfPlainCredentials(options_);
+        WarnOfPlainCredentials(options_, password);
     }
     interruption_ = std::make_unique<Interruption>([cancel = cancel_] { cancel.Cancel(); });
     if (options_.simulated) {

@@ -109,6 +109,14 @@ TEST_F(Password, IsWarnedOfWhenItGoesToAnotherMachineByPlainHttp) {
     EXPECT_EQ(Run({Arguments(), {{"KALVEX_PASSWORD", kPassword}}}).err, "");
 }
 
+TEST_F(Password, IsWarnedOfWithoutAUserNameToo) {
+    const std::vector<std::string> elsewhere{"inventory", "os",     "--transport",
+                                             "http",      "--host", "no-such-host.invalid"};
+    EXPECT_THAT(Run({elsewhere, {{"KALVEX_PASSWORD", kPassword}}}).err,
+                testing::StartsWith("kalvex: warning: --transport http lets"));
+    EXPECT_THAT(Run({elsewhere}).err, testing::StartsWith("kalvex: connecting to"));
+}
+
 TEST_F(Password, FileThatCannotBeReadIsReported) {
     EXPECT_THAT(Run(Arguments({"--password-file", PathOf("missing")})),
                 Complains(2, "missing: No such file or directory"));
