@@ -1,5 +1,6 @@
 #include "cli/progress.h"
 
+#include <poll.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -23,9 +24,13 @@ constexpr std::size_t kEchoColumns = 2;
 /// Columns to be made blank again.
 std::atomic<std::size_t> shown_columns{0};
 
-void Write(std::string_view text) {
-    // A terminal that takes nothing shows nothing.
-    [[maybe_unused]] const ssize_t count = write(STDERR_FILENO, text.data(), text.size());
+/// A terminal that takes nothing, such as one that is stopped, shows nothing: waiting for it would
+/// keep a second signal from ending the process. Returns whether it took the text.
+bool Write(std::string_view text) {
+    constexpr int kPatienceMs = 100;
+    pollfd terminal{STDERR_FILENO, POLLOUT, 0};
+    return poll(&terminal, 1, kPatienceMs) == 1 &&
+           write(STDERR_FILENO, text.data(), text.size()) >= 0;
 }
 
 std::size_t TerminalColumns() {
@@ -71,11 +76,14 @@ void Progress::Erase() {
     const std::size_t columns = shown_columns.exchange(0);
     if (columns > 0) {
         static constexpr std::string_view kBlanks = "                                ";
-        Write("\r");
-        for (std::size_t left = columns; left > 0; left -= std::min(left, kBlanks.size())) {
-            Write(kBlanks.substr(0, left));
+        bool is_taken = Write("\r");
+        for (std::size_t left = columns; is_taken && left > 0;
+             left -= std::min(left, kBlanks.size())) {
+            is_taken = Write(kBlanks.substr(0, left));
         }
-        Write("\r");
+        if (is_taken) {
+            Write("\r");
+        }
     }
 }
 

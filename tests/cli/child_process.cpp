@@ -160,6 +160,8 @@ void ChildProcess::Type(const std::string& text) {
     Check(write(terminal_, text.data(), text.size()) == length, "type");
 }
 
+void ChildProcess::StopTerminal() { Check(tcflow(slave_, TCOOFF) == 0, "tcflow"); }
+
 bool ChildProcess::Echoes() const {
     termios settings{};
     Check(tcgetattr(slave_, &settings) == 0, "terminal settings");

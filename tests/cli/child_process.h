@@ -44,6 +44,8 @@ public:
     /// Everything that the command has shown on its terminal, up to `end`.
     std::string ReadTerminalUntil(const std::string& end);
     void Type(const std::string& text);
+    /// As its user does with Ctrl-S: the terminal takes nothing more.
+    void StopTerminal();
     /// Whether its terminal echoes what is typed.
     bool Echoes() const;
 

@@ -134,6 +134,17 @@ TEST_F(Interruptions, TheSecondSignalEndsAtOnce) {
     EXPECT_EQ(finished.err, "");
 }
 
+TEST_F(Interruptions, TheSecondSignalEndsAtOnceOnAStoppedTerminalToo) {
+    ServeStallingAfter(0);
+    auto kalvex = Reading({"os"}, true);
+    kalvex->ReadTerminalUntil("127.0.0.1: reading os (1 of 1), ");
+    kalvex->StopTerminal();
+    kalvex->Signal(SIGINT);
+    kalvex->Signal(SIGTERM);
+    kalvex->AwaitEnd();
+    EXPECT_EQ(kalvex->Wait().status, 143);
+}
+
 TEST_F(Interruptions, AnIgnoredSignalStaysIgnored) {
     ServeStallingAfter(0);
     std::string call = "trap '' INT; exec \"$0\" \"$@\"";
