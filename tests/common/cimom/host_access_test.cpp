@@ -147,6 +147,15 @@ TEST(HostAccess, SurvivesLimitsThatNoClockCanHold) {
     access.Pause();
 }
 
+TEST(HostAccess, HasEndedWithANegativeDeadline) {
+    // In the clock's nanoseconds, the second would be far in the future.
+    for (const auto deadline : {-1ms, -13'835'058'055'282ms, std::chrono::milliseconds::min()}) {
+        ConnectionOptions options;
+        options.deadline = deadline;
+        EXPECT_TRUE(HostAccess(options).HasEnded()) << deadline.count();
+    }
+}
+
 TEST(HostAccess, PausesBySleepUnlessThereIsAHandle) {
     HostAccess().Pause();
     HostAccess(ConnectionOptions()).Pause();

@@ -44,7 +44,8 @@ HostAccess::HostAccess(const ZentarConnection::ConnectionOptions& options)
     : options_(options),
       cancellation_(options.cancel ? options.cancel.state() : std::make_shared<Cancellation>()) {
     if (options.deadline) {
-        deadline_ = Clock::now() + std::min(*options.deadline, kLongestTime);
+        deadline_ =
+            Clock::now() + std::clamp(*options.deadline, Milliseconds::zero(), kLongestTime);
     }
 }
 
