@@ -10,6 +10,7 @@
 
 #include "bench/stalling_host.h"
 #include "client/client_settings.h"
+#include "common/log/log_control.h"
 #include "support/inventory_test.h"
 
 namespace {
@@ -160,6 +161,32 @@ TEST_F(Cancelling, EndsAllObjectsOfOneHandle) {
     first.Cancel();
     EXPECT_EQ(ReadPackages(second), 1);
     EXPECT_EQ(ReadPackages(first), 1);
+}
+
+TEST_F(Cancelling, EndsTheReadingOfAnEndlessList) {
+    std::string instances;
+    for (int i = 0; i < 3000; ++i) {
+        instances += (i == 0 ? "[" : ",") + (R"({"Id": ")" + std::to_string(i) + R"("})");
+    }
+    support::HostBuilder description;
+    description.Class("root/cimv2", "VMware_ComponentSoftwareIdentity", R"({"Id": "string"})",
+                      instances + "]");
+    Serve(description);
+    Agentless::Kalvex host(info, options);
+    SetLogSink([this](const LogMessage& message) {
+        if (message.text.starts_with("Showing properties for")) {
+            options.cancel.Cancel();
+        }
+    });
+    EXPECT_EQ(ReadPackages(host), 1);
+    SetLogSink({});
+    EXPECT_EQ(packages.size(), 1024U) << "what was read stays";
+    const auto failures = host.TakeFailures().failures;
+    ASSERT_EQ(failures.size(), 1U);
+    EXPECT_EQ(failures[0].kind, FailureKind::kCancelled);
+    EXPECT_EQ(failures[0].class_name, "VMware_ComponentSoftwareIdentity");
+    EXPECT_EQ(failures[0].name_space, "root/cimv2");
+    EXPECT_TRUE(failures[0].was_asked);
 }
 
 TEST_F(Cancelling, NeedsNoHandle) {

@@ -20,6 +20,10 @@ using Pegasus::Uint32;  // PEG_NOT_FOUND names it so
 using Instances = Pegasus::Array<Pegasus::CIMInstance>;
 using ZentarAgentless::ComputerSystem;
 
+/// A host may send millions of rows, and reading them takes seconds. A list as long as real hosts
+/// have it is read to its end.
+constexpr Uint32 kRowsBetweenLooksAtTheClock = 1024;
+
 /// A connection is absent when memory ran out while it was being replaced.
 int Enumerate(const char* class_name, CimConnection* connection, Instances& instances) {
     if (connection == nullptr) {
@@ -191,6 +195,19 @@ bool KalvexCim::IsUnSpportedESXIVer() {
     return Enumerate("IBM_ComputerSystem", hardware_connection_, ignored) == kCimInvalidNamespace;
 }
 
+bool KalvexCim::MustStop(const char* class_name) {
+    auto stop = access_->Stop();
+    if (!stop) {
+        return false;
+    }
+    ZENTAR_LOG(1) << "Enumerate instances failed with the reason: " << stop->text;
+    stop->operation = "EnumerateInstances";
+    stop->class_name = class_name;
+    stop->name_space = std::string(cimv2_connection_->ns.getString().getCString());
+    access_->Note(std::move(*stop));
+    return true;
+}
+
 /// Appends one record per instance; `complete` finishes each record before it is appended.
 template <class Record, class Complete>
 int KalvexCim::ReadTable(const TableQuery<Record>& query, std::vector<Record>& records,
@@ -209,7 +226,11 @@ int KalvexCim::ReadTable(const TableQuery<Record>& query, std::vector<Record>& r
     }
     PropertyReader reader(properties, access_.get());
     records.reserve(records.size() + instances.size());
-    for (Pegasus::Uint32 i = 0; i < instances.size(); ++i) {
+    for (Uint32 i = 0; i < instances.size(); ++i) {
+        if (i > 0 && i % kRowsBetweenLooksAtTheClock == 0 && MustStop(query.class_name)) {
+            ZENTAR_LOG(4) << query.failure;
+            return kCimFailed;
+        }
         for (std::string* text : texts) {
             text->clear();
         }

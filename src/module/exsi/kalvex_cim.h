@@ -83,6 +83,9 @@ private:
     explicit KalvexCim(std::shared_ptr<HostAccess> access);
     void Connect(const ZentarConnection::ConnectionInfo& info);
 
+    /// Whether to leave the rest of a class's instances alone, which is then noted.
+    bool MustStop(const char* class_name);
+
     template <class Record, class Complete>
     int ReadTable(const TableQuery<Record>& query, std::vector<Record>& records, Complete complete);
     template <class Record>

@@ -64,14 +64,16 @@ bool HostAccess::IsCancelled() const {
 
 bool HostAccess::IsPastDeadline() const { return deadline_ && Clock::now() >= *deadline_; }
 
-std::optional<Failure> HostAccess::Ending() const {
+std::optional<Failure> HostAccess::Stop() const {
     if (IsCancelled()) {
         return Cancelled();
     }
-    if (IsPastDeadline()) {
-        return DeadlinePassed();
-    }
-    return given_up_for_;
+    return IsPastDeadline() ? std::optional(DeadlinePassed()) : std::nullopt;
+}
+
+std::optional<Failure> HostAccess::Ending() const {
+    auto stop = Stop();
+    return stop ? stop : given_up_for_;
 }
 
 std::uint32_t HostAccess::Clipped(Milliseconds limit) const {

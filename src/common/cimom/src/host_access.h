@@ -35,6 +35,8 @@ public:
     /// From any thread.
     void Cancel();
 
+    /// The caller's wish to stop: cancelled, or past the deadline.
+    std::optional<Failure> Stop() const;
     /// Why nothing may be asked of the host any more; nothing while it may.
     std::optional<Failure> Ending() const;
     bool HasEnded() const { return Ending().has_value(); }
