@@ -129,6 +129,8 @@ bool Session::IsStale() {
 struct Session::Answer {
     HttpReply reply;
     std::exception_ptr failure;
+    /// Why the body of a reply without a result was left unread.
+    std::optional<TransportError> interruption;
 };
 
 bool Session::Exchange(const Operation& operation, const BodyReader& read_body) {
@@ -142,6 +144,9 @@ bool Session::Exchange(const Operation& operation, const BodyReader& read_body) 
     Answer answer = SendUntilAnswered(operation, read_body, limit);
     if (answer.reply.status == 401 && !challenged_ && IsBasicChallenge(answer.reply)) {
         challenged_ = true;
+        if (answer.interruption) {
+            ThrowInterrupted(*answer.interruption, true);
+        }
         if (!connection_) {
             Reopen(limit);
         }
@@ -226,17 +231,20 @@ bool Session::Send(const Operation& operation, const Limit& limit) {
 
 namespace {
 
-/// Another status than 200 is the result, whether or not its body can be read.
-void SkipBody(ReplyReader& reader, HttpReply& reply) {
+/// Another status than 200 is the result, whether or not its body can be read. Returns what
+/// interrupted that.
+std::optional<TransportError> SkipBody(ReplyReader& reader, HttpReply& reply) {
     try {
         reader.BeginBody(reply);
         while (!reader.NextPart(reply).empty()) {
         }
-    } catch (const TransportError&) {
+    } catch (const TransportError& error) {
         reply.keeps_alive = false;
+        return error;
     } catch (const Pegasus::Exception&) {
         reply.keeps_alive = false;
     }
+    return std::nullopt;
 }
 
 }  // namespace
@@ -244,9 +252,9 @@ void SkipBody(ReplyReader& reader, HttpReply& reply) {
 /// What `read_body` finds wrong is kept for later; failures of the connection and of memory are
 /// thrown on.
 Session::Answer Session::Receive(ReplyReader& reader, const BodyReader& read_body) {
-    Answer answer{reader.ReadHead(), nullptr};
+    Answer answer{reader.ReadHead(), nullptr, std::nullopt};
     if (answer.reply.status != 200) {
-        SkipBody(reader, answer.reply);
+        answer.interruption = SkipBody(reader, answer.reply);
         return answer;
     }
     reader.BeginBody(answer.reply);

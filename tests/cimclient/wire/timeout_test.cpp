@@ -63,6 +63,11 @@ TEST_F(Timeout, EndsTheWaitForTheRestOfABody) {
     ExpectTimeout({AwaitRequest(), Send(answer.substr(0, answer.size() - 10))});
 }
 
+TEST_F(Timeout, EndsTheWaitForTheRestOfAChallenge) {
+    ExpectTimeout({AwaitRequest(), Send("HTTP/1.1 401 Unauthorized\r\nWWW-Authenticate: Basic "
+                                        "realm=\"x\"\r\nContent-Length: 9\r\n\r\nxxx")});
+}
+
 TEST_F(Timeout, EndsTheWaitForABodyWithoutLength) {
     ExpectTimeout({AwaitRequest(), Send(AnswerHead() + BodyReturning(""))});
 }
