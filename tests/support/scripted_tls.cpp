@@ -28,6 +28,20 @@ void WritePem(X509* certificate, const std::string& file_name) {
     Require(std::fclose(file) == 0 && written, file_name);
 }
 
+/// With TLS 1.2 alone: a client cannot choose the group then.
+void UseGroup(SSL_CTX* context, const char* name) {
+    const std::unique_ptr<EVP_PKEY_CTX, decltype(&EVP_PKEY_CTX_free)> maker(
+        EVP_PKEY_CTX_new_from_name(nullptr, "DH", nullptr), EVP_PKEY_CTX_free);
+    EVP_PKEY* group = nullptr;
+    Require(EVP_PKEY_paramgen_init(maker.get()) == 1 &&
+                EVP_PKEY_CTX_set_group_name(maker.get(), name) == 1 &&
+                EVP_PKEY_paramgen(maker.get(), &group) == 1 &&
+                SSL_CTX_set0_tmp_dh_pkey(context, group) == 1 &&
+                SSL_CTX_set_max_proto_version(context, TLS1_2_VERSION) == 1 &&
+                SSL_CTX_set_cipher_list(context, "DHE:@SECLEVEL=0") == 1,
+            name);
+}
+
 int HangUpOnSessions(SSL* tls, int* /*alert*/, void* /*argument*/) {
     const unsigned char* session = nullptr;
     std::size_t size = 0;
@@ -57,6 +71,9 @@ TlsServerContext::TlsServerContext(const TlsOptions& options)
     Require(SSL_CTX_use_certificate(context, certificate.get()) == 1 &&
                 SSL_CTX_use_PrivateKey(context, key.get()) == 1,
             "a TLS context");
+    if (options.group != nullptr) {
+        UseGroup(context, options.group);
+    }
     if (options.hangs_up_on_sessions) {
         SSL_CTX_set_client_hello_cb(context, HangUpOnSessions, nullptr);
     }

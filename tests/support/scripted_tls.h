@@ -11,7 +11,9 @@ namespace support {
 struct TlsOptions {
     int oldest_version = TLS1_VERSION;
     int newest_version = TLS1_3_VERSION;
-    bool weak_key = false;              ///< RSA with 1024 bits, signed with SHA-1
+    bool weak_key = false;  ///< RSA with 1024 bits, signed with SHA-1
+    /// Of a Diffie-Hellman key exchange, the only one that it then knows, with RSA keys; null: all.
+    const char* group = nullptr;
     bool hangs_up_on_sessions = false;  ///< when a client offers one of TLS 1.3
     /// Where the certificate is also written to as PEM, when not empty.
     std::string certificate_file;

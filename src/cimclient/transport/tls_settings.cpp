@@ -23,6 +23,31 @@ void AcceptOldHosts(SSL_CTX* context) {
     SSL_CTX_set_options(context, SSL_OP_LEGACY_SERVER_CONNECT | SSL_OP_IGNORE_UNEXPECTED_EOF);
 }
 
+/// The host chooses the group of a Diffie-Hellman key exchange. The largest would take a second of
+/// computing, in which no limit is kept and nothing can be cancelled.
+constexpr int kMostGroupBits = 4096;
+
+using SecurityTest = int (*)(const SSL*, const SSL_CTX*, int, int, int, void*, void*);
+
+SecurityTest UsualTest(const SSL_CTX* untouched) {
+    static const SecurityTest test = SSL_CTX_get_security_callback(untouched);
+    return test;
+}
+
+int TestGroupToo(const SSL* ssl, const SSL_CTX* context, int operation, int bits, int id,
+                 void* other, void* extra) {
+    if (operation == SSL_SECOP_TMP_DH && other != nullptr &&
+        EVP_PKEY_bits(static_cast<EVP_PKEY*>(other)) > kMostGroupBits) {
+        return 0;
+    }
+    return UsualTest(context)(ssl, context, operation, bits, id, other, extra);
+}
+
+void RefuseHugeGroups(SSL_CTX* context) {
+    UsualTest(context);
+    SSL_CTX_set_security_callback(context, TestGroupToo);
+}
+
 void TrustStore(ssl::context& context, const std::string& path) {
     struct stat info {};
     if (path.empty() || ::stat(path.c_str(), &info) != 0) {
@@ -42,6 +67,7 @@ void TrustStore(ssl::context& context, const std::string& path) {
 std::shared_ptr<ssl::context> NewContext(ssl::verify_mode mode) {
     auto context = std::make_shared<ssl::context>(ssl::context::tls_client);
     AcceptOldHosts(context->native_handle());
+    RefuseHugeGroups(context->native_handle());
     context->set_verify_mode(mode);
     return context;
 }

@@ -71,6 +71,18 @@ TEST_F(Tls, SpeaksEveryVersionSince10) {
     }
 }
 
+TEST_F(Tls, AcceptsNoGroupThatTakesLongToComputeWith) {
+    TlsOptions options;
+    options.weak_key = true;
+    options.group = "ffdhe4096";
+    ServeTls({Conversation{}}, options);
+    EXPECT_EQ(ConnectTrustingAll(), kConnected);
+    client.disconnect();
+    options.group = "ffdhe6144";
+    ServeTls({Conversation{}}, options);
+    EXPECT_EQ(ConnectTrustingAll(), CannotConnect());
+}
+
 TEST_F(Tls, AcceptsWeakKeysAndOldSignatures) {
     TlsOptions options;
     options.newest_version = TLS1_VERSION;
