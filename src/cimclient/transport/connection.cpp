@@ -120,19 +120,16 @@ private:
     ErrorCode Run(const Limit& limit, FailurePhase phase, Start start) {
         std::optional<ErrorCode> result;
         start(Done([&result](ErrorCode error) { result = error; }));
-        const WaitEnd end = wait_.Until([&] { return result.has_value(); }, limit);
+        const auto is_done = [&result] { return result.has_value(); };
+        const WaitEnd end = wait_.Until(is_done, limit);
         if (end != WaitEnd::kDone) {
-            Abandon();
+            // Its handler uses what is about to go.
+            ErrorCode ignored;
+            socket_.tcp().close(ignored);
+            wait_.Drain(is_done);
             FailAtLimit(end, phase);
         }
         return *result;
-    }
-
-    /// Ends the operations under way, whose handlers use what is about to go.
-    void Abandon() {
-        ErrorCode ignored;
-        socket_.tcp().close(ignored);
-        wait_.Drain();
     }
 
     void ConnectToAny(const std::vector<tcp::endpoint>& endpoints, const Limit& limit) {

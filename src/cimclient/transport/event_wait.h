@@ -48,10 +48,14 @@ public:
         return false;
     }
 
-    /// Runs to their ends the operations whose sockets have been closed.
-    void Drain() {
-        io_.restart();
-        io_.run();
+    /// Runs to their ends the operations whose sockets have been closed. A cancellation that comes
+    /// meanwhile stops it, but must leave no handler of `is_done` to a later call.
+    template <class IsDone>
+    void Drain(IsDone is_done) {
+        do {
+            io_.restart();
+            io_.run();
+        } while (!is_done());
     }
 
 private:
