@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include "common/cimom/src/cimfunc.h"
+#include "common/cimom/src/host_access.h"
 #include "support/recorded_log.h"
 
 namespace {
@@ -137,6 +138,19 @@ TEST(PropertyReader, GoesOnAfterAPropertyThatCannotBeRead) {
     EXPECT_THAT(log.Messages(),
                 ElementsAre("1 cimfunc.cpp Get properties from CIM instance failed with the "
                             "reason: index out of bounds"));
+}
+
+TEST(PropertyReader, NotesNoMoreThanTheBeginningOfAClassName) {
+    // The limit falls into a character of two bytes.
+    const support::RecordedLog log(0);
+    const std::string beginning(255, 'A');
+    CIMInstance instance(CIMName(String((beginning + "\u00C4\u00C4").c_str())));
+    instance.addProperty(Mapped(CIMValue(Pegasus::Uint16(3)), CIMValue(Strings({"2", "3"})),
+                                CIMValue(Strings({"OK"}))));
+    Zentar::HostAccess access;
+    PropertyMap properties{{"Health", ""}};
+    Zentar::GetPropertiesFromInstance(instance, properties, &access);
+    EXPECT_EQ(access.TakeFailures().failures.at(0).class_name, beginning + "\u2026");
 }
 
 TEST(PropertyReader, SpeaksOfObjectsWhenReadingAnObject) {

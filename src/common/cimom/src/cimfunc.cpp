@@ -26,6 +26,19 @@ bool IsCimCase(std::int32_t connection_case) {
     return connection_case >= 2 && connection_case <= 4;
 }
 
+/// A host may give its classes names of any length, and each failure keeps a copy.
+std::string ShortName(std::string name) {
+    constexpr std::size_t kMostBytes = 256;
+    if (name.size() <= kMostBytes) {
+        return name;
+    }
+    std::size_t end = kMostBytes;
+    while ((static_cast<unsigned char>(name[end]) & 0xC0U) == 0x80U) {
+        --end;  // half a character is none
+    }
+    return name.substr(0, end) + "\u2026";
+}
+
 /// What is asked of the host, as failures name it.
 struct Asked {
     const char* operation;
@@ -429,7 +442,7 @@ void PropertyReader::NoteUnreadable(const Pegasus::CIMObjectPath& path, const st
     Failure failure;
     failure.kind = FailureKind::kValueUnreadable;
     failure.operation = "read property";
-    failure.class_name = ToText(path.getClassName().getString());
+    failure.class_name = ShortName(ToText(path.getClassName().getString()));
     failure.text = property + ": " + reason;
     access_->Note(std::move(failure));
 }
