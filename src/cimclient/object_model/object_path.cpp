@@ -1,11 +1,11 @@
 #include <algorithm>
-#include <string>
 #include <utility>
 
 #include "Pegasus/Common/CIMObjectPath.h"
 #include "ascii.h"
 #include "object_model/host_names.h"
 #include "object_model/path_parser.h"
+#include "object_model/text_making.h"
 
 namespace Pegasus::kalvex {
 
@@ -31,15 +31,18 @@ const String& CheckedHost(const String& host) {
     return host;
 }
 
-void AppendQuoted(std::string& out, std::string_view text) {
-    out += '"';
-    for (const char c : text) {
-        if (c == '"' || c == '\\') {
-            out += '\\';
-        }
-        out += c;
+template <class Sink>
+void AppendQuoted(Sink& out, std::string_view text) {
+    out.Append("\"");
+    std::size_t special = 0;
+    while ((special = text.find_first_of("\"\\")) != std::string_view::npos) {
+        out.Append(text.substr(0, special));
+        out.Append("\\");
+        out.Append(text.substr(special, 1));
+        text.remove_prefix(special + 1);
     }
-    out += '"';
+    out.Append(text);
+    out.Append("\"");
 }
 
 }  // namespace
@@ -55,28 +58,32 @@ CIMObjectPath::CIMObjectPath(const String& host, const CIMNamespaceName& nameSpa
       keys_(SortedByName(keyBindings)) {}
 
 String CIMObjectPath::toString() const {
-    std::string text;
-    if (!host_.utf8().empty()) {
-        text.append("//").append(host_.utf8()).append("/");
-    }
-    text.append(name_space_.getString().utf8());
-    if (!text.empty()) {
-        text += ':';
-    }
-    text += class_name_.getString().utf8();
-    char separator = '.';
-    for (Uint32 i = 0; i < keys_.size(); ++i) {
-        const CIMKeyBinding& key = keys_[i];
-        text += separator;
-        separator = ',';
-        text.append(key.getName().getString().utf8()).append("=");
-        if (key.getType() == CIMKeyBinding::STRING || key.getType() == CIMKeyBinding::REFERENCE) {
-            AppendQuoted(text, key.getValue().utf8());
-        } else {
-            text += key.getValue().utf8();
+    return detail::MakeText([this](auto& out) {
+        const std::string_view host = host_.utf8();
+        const std::string_view name_space = name_space_.getString().utf8();
+        if (!host.empty()) {
+            out.Append("//");
+            out.Append(host);
+            out.Append("/");
         }
-    }
-    return String::FromUtf8(text);
+        out.Append(name_space);
+        if (!host.empty() || !name_space.empty()) {
+            out.Append(":");
+        }
+        out.Append(class_name_.getString().utf8());
+        for (Uint32 i = 0; i < keys_.size(); ++i) {
+            const CIMKeyBinding& key = keys_[i];
+            out.Append(i == 0 ? "." : ",");
+            out.Append(key.getName().getString().utf8());
+            out.Append("=");
+            if (key.getType() == CIMKeyBinding::STRING ||
+                key.getType() == CIMKeyBinding::REFERENCE) {
+                AppendQuoted(out, key.getValue().utf8());
+            } else {
+                out.Append(key.getValue().utf8());
+            }
+        }
+    });
 }
 
 }  // namespace Pegasus::kalvex

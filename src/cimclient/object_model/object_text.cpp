@@ -3,48 +3,75 @@
 #include <algorithm>
 #include <utility>
 
+#include "object_model/text_making.h"
+#include "object_model/value_body.h"
 #include "object_model/value_texts.h"
-#include "reply_limits.h"
 
 namespace Pegasus::kalvex::detail {
 
 namespace {
 
-void AppendElement(std::string& out, CIMType type, std::string_view text) {
-    const bool is_reference = type == CIMTYPE_REFERENCE;
-    out += is_reference ? "<VALUE.REFERENCE>\n" : "<VALUE>";
-    // What an object holds comes from a host, and grows with every level of embedding.
-    AppendXmlEscaped(out, text, cimclient::kMaxObjectTextBytes);
-    out += is_reference ? "\n</VALUE.REFERENCE>\n" : "</VALUE>\n";
+bool StandsForItself(char c) {
+    const auto byte = static_cast<unsigned char>(c);
+    return byte >= 0x20 && byte != 0x7F && c != '<' && c != '>' && c != '&' && c != '"' &&
+           c != '\'';
 }
 
-/// Of the body's elements, or of its object.
-void AppendElements(std::string& out, CIMType type, const ValueBody& body) {
-    for (Uint32 i = 0; i < body.Size(); ++i) {
-        if (body.IsReadable(i)) {
-            std::string text;
-            AppendElementText(text, body, i);
-            AppendElement(out, type, text);
-        } else {
-            out += "<VALUE.NULL/>\n";
+/// References without their ampersand.
+constexpr std::pair<char, std::string_view> kEntities[] = {
+    {'<', "lt;"}, {'>', "gt;"}, {'&', "amp;"}, {'"', "quot;"}, {'\'', "apos;"}};
+
+template <class Sink>
+void AppendReference(Sink& out, char c) {
+    for (const auto& [character, reference] : kEntities) {
+        if (c == character) {
+            out.Append(reference);
+            return;
         }
     }
+    out.Append("#" + std::to_string(static_cast<int>(c)) + ";");
 }
 
-void AppendContent(std::string& out, const CIMValue& value) {
-    if (value.isNull()) {
-        return;
+/// Escapes a text any number of times in one pass: of a reference, each further time replaces the
+/// ampersand alone.
+template <class Sink>
+class Escaper {
+public:
+    explicit Escaper(Sink& out) : out_(out) {}
+
+    void Append(std::string_view text, std::size_t times) {
+        if (times == 0) {
+            out_.Append(text);
+            return;
+        }
+        const std::string_view ampersand = Ampersand(times);
+        while (!text.empty()) {
+            const auto* const special = std::find_if_not(text.begin(), text.end(), StandsForItself);
+            const auto plain = static_cast<std::size_t>(special - text.begin());
+            out_.Append(text.substr(0, plain));
+            text.remove_prefix(plain);
+            if (!text.empty()) {
+                out_.Append(ampersand);
+                AppendReference(out_, text.front());
+                text.remove_prefix(1);
+            }
+        }
     }
-    if (value.isArray()) {
-        out += "<VALUE.ARRAY>\n";
-        AppendElements(out, value.getType(), ValueAccess::BodyOf(value));
-        out += "</VALUE.ARRAY>\n";
-    } else if (IsEmbedded(value.getType())) {
-        AppendElements(out, value.getType(), ValueAccess::BodyOf(value));
-    } else {
-        AppendElement(out, value.getType(), ValueAccess::TextOf(value).utf8());
+
+private:
+    /// One that has been escaped once less.
+    std::string_view Ampersand(std::size_t times) {
+        constexpr std::string_view kRest = "amp;";
+        const std::size_t size = 1 + (times - 1) * kRest.size();
+        while (ampersand_.size() < size) {
+            ampersand_ += kRest;
+        }
+        return std::string_view(ampersand_).substr(0, size);
     }
-}
+
+    Sink& out_;
+    std::string ampersand_ = "&";
+};
 
 const char* PropertyElement(const CIMConstProperty& property) {
     if (property.isArray()) {
@@ -53,98 +80,162 @@ const char* PropertyElement(const CIMConstProperty& property) {
     return property.getType() == CIMTYPE_REFERENCE ? "PROPERTY.REFERENCE" : "PROPERTY";
 }
 
-/// The TYPE attribute of embedded objects is that of the text that carries them.
-std::string TypeAttributes(CIMType type) {
-    switch (type) {
-        case CIMTYPE_REFERENCE:
-            return "";
-        case CIMTYPE_OBJECT:
-            return " EmbeddedObject=\"object\" TYPE=\"string\"";
-        case CIMTYPE_INSTANCE:
-            return " EmbeddedObject=\"instance\" TYPE=\"string\"";
-        default:
-            return std::string(" TYPE=\"").append(NameOf(type)) + "\"";
-    }
-}
+template <class Sink>
+class ObjectWriter {
+public:
+    explicit ObjectWriter(Sink& out) : escaper_(out) {}
 
-void AppendQualifier(std::string& out, const CIMConstQualifier& qualifier) {
-    out.append("<QUALIFIER NAME=\"").append(qualifier.getName().getString().utf8());
-    out.append("\" TYPE=\"").append(NameOf(qualifier.getValue().getType())).append("\">\n");
-    AppendContent(out, qualifier.getValue());
-    out += "</QUALIFIER>\n";
-}
-
-void AppendProperty(std::string& out, const CIMConstProperty& property) {
-    const char* element = PropertyElement(property);
-    out.append("<").append(element).append(" NAME=\"");
-    out.append(property.getName().getString().utf8()).append("\" ");
-    out.append(TypeAttributes(property.getType())).append(">\n");
-    for (Uint32 i = 0; i < property.getQualifierCount(); ++i) {
-        AppendQualifier(out, property.getQualifier(i));
-    }
-    AppendContent(out, property.getValue());
-    out.append("</").append(element).append(">\n");
-}
-
-bool StandsForItself(char c) {
-    const auto byte = static_cast<unsigned char>(c);
-    return byte >= 0x20 && byte != 0x7F && c != '<' && c != '>' && c != '&' && c != '"' &&
-           c != '\'';
-}
-
-constexpr std::pair<char, std::string_view> kEntities[] = {
-    {'<', "&lt;"}, {'>', "&gt;"}, {'&', "&amp;"}, {'"', "&quot;"}, {'\'', "&apos;"}};
-
-void AppendReference(std::string& out, char c) {
-    for (const auto& [character, reference] : kEntities) {
-        if (c == character) {
-            out += reference;
-            return;
+    void Content(const CIMValue& value) {
+        const ValueBody& body = ValueAccess::BodyOf(value);
+        for (Uint32 i = 0; i < body.Size(); ++i) {
+            Element(body, i);
+            Markup(value.isArray() ? " " : "");
         }
     }
-    out += "&#" + std::to_string(static_cast<int>(c)) + ";";
+
+private:
+    /// Belongs to the object at hand, and is escaped with it.
+    void Markup(std::string_view text) { escaper_.Append(text, level_); }
+
+    void Element(const ValueBody& body, Uint32 index) {
+        if (body.texts.size() > 0) {
+            Markup(body.texts[index].utf8());
+        } else if (body.IsReadable(index)) {
+            Object(BodyOf(body.objects[index]));
+        }
+    }
+
+    void Object(const ObjectBody& object) {
+        const std::string_view class_name = object.path.getClassName().getString().utf8();
+        if (object.is_class) {
+            Markup("<CLASS NAME=\"");
+            Markup(class_name);
+            Markup("\" >\n</CLASS>\n");
+            return;
+        }
+        Markup("<INSTANCE CLASSNAME=\"");
+        Markup(class_name);
+        Markup("\" >\n");
+        for (Uint32 i = 0; i < object.qualifiers.size(); ++i) {
+            Qualifier(object.qualifiers[i]);
+        }
+        for (Uint32 i = 0; i < object.properties.size(); ++i) {
+            Property(object.properties[i]);
+        }
+        Markup("</INSTANCE>\n");
+    }
+
+    void Qualifier(const CIMConstQualifier& qualifier) {
+        Markup("<QUALIFIER NAME=\"");
+        Markup(qualifier.getName().getString().utf8());
+        Markup("\" TYPE=\"");
+        Markup(NameOf(qualifier.getValue().getType()));
+        Markup("\">\n");
+        Value(qualifier.getValue());
+        Markup("</QUALIFIER>\n");
+    }
+
+    void Property(const CIMConstProperty& property) {
+        const char* element = PropertyElement(property);
+        Markup("<");
+        Markup(element);
+        Markup(" NAME=\"");
+        Markup(property.getName().getString().utf8());
+        Markup("\" ");
+        TypeAttributes(property.getType());
+        Markup(">\n");
+        for (Uint32 i = 0; i < property.getQualifierCount(); ++i) {
+            Qualifier(property.getQualifier(i));
+        }
+        Value(property.getValue());
+        Markup("</");
+        Markup(element);
+        Markup(">\n");
+    }
+
+    /// The TYPE attribute of embedded objects is that of the text that carries them.
+    void TypeAttributes(CIMType type) {
+        if (type == CIMTYPE_REFERENCE) {
+            return;
+        }
+        if (type == CIMTYPE_OBJECT) {
+            Markup(" EmbeddedObject=\"object\"");
+        } else if (type == CIMTYPE_INSTANCE) {
+            Markup(" EmbeddedObject=\"instance\"");
+        }
+        Markup(" TYPE=\"");
+        Markup(IsEmbedded(type) ? NameOf(CIMTYPE_STRING) : NameOf(type));
+        Markup("\"");
+    }
+
+    void Value(const CIMValue& value) {
+        if (value.isNull()) {
+            return;
+        }
+        const CIMType type = value.getType();
+        if (value.isArray()) {
+            Markup("<VALUE.ARRAY>\n");
+            ValueElements(type, ValueAccess::BodyOf(value));
+            Markup("</VALUE.ARRAY>\n");
+        } else if (IsEmbedded(type)) {
+            ValueElements(type, ValueAccess::BodyOf(value));
+        } else {
+            ValueElement(type, [&] { Markup(ValueAccess::TextOf(value).utf8()); });
+        }
+    }
+
+    /// Of the body's elements, or of its object.
+    void ValueElements(CIMType type, const ValueBody& body) {
+        for (Uint32 i = 0; i < body.Size(); ++i) {
+            if (body.IsReadable(i)) {
+                ValueElement(type, [&] { Element(body, i); });
+            } else {
+                Markup("<VALUE.NULL/>\n");
+            }
+        }
+    }
+
+    /// What `append_text` appends is one level further in.
+    template <class AppendText>
+    void ValueElement(CIMType type, AppendText append_text) {
+        const bool is_reference = type == CIMTYPE_REFERENCE;
+        Markup(is_reference ? "<VALUE.REFERENCE>\n" : "<VALUE>");
+        ++level_;
+        append_text();
+        --level_;
+        Markup(is_reference ? "\n</VALUE.REFERENCE>\n" : "</VALUE>\n");
+    }
+
+    Escaper<Sink> escaper_;
+    std::size_t level_ = 0;  ///< how often what is appended is to be escaped
+};
+
+template <class Sink>
+void AppendContent(Sink& out, const CIMValue& value) {
+    ObjectWriter<Sink>(out).Content(value);
 }
 
-void AppendObject(std::string& out, const ObjectBody& object) {
-    const std::string_view class_name = object.path.getClassName().getString().utf8();
-    if (object.is_class) {
-        out.append("<CLASS NAME=\"").append(class_name).append("\" >\n</CLASS>\n");
-        return;
-    }
-    out.append("<INSTANCE CLASSNAME=\"").append(class_name).append("\" >\n");
-    for (Uint32 i = 0; i < object.qualifiers.size(); ++i) {
-        AppendQualifier(out, object.qualifiers[i]);
-    }
-    for (Uint32 i = 0; i < object.properties.size(); ++i) {
-        AppendProperty(out, object.properties[i]);
-    }
-    out += "</INSTANCE>\n";
-}
+/// A sink that appends to a string.
+struct StringEnd {
+    std::string& text;
+    void Append(std::string_view more) const { text += more; }
+};
 
 }  // namespace
 
-void AppendElementText(std::string& out, const ValueBody& body, Uint32 index) {
-    if (body.texts.size() > 0) {
-        out += body.texts[index].utf8();
-    } else if (body.IsReadable(index)) {
-        AppendObject(out, BodyOf(body.objects[index]));
-    }
+String TextOfContent(const CIMValue& value) {
+    return MakeText([&](auto& out) { AppendContent(out, value); });
 }
 
-void AppendXmlEscaped(std::string& out, std::string_view text, std::size_t most_bytes) {
-    while (!text.empty()) {
-        if (out.size() > most_bytes) {
-            throw Exception("The text of an object is too long.");
-        }
-        const auto* const special = std::find_if_not(text.begin(), text.end(), StandsForItself);
-        const auto plain = static_cast<std::size_t>(special - text.begin());
-        out.append(text.substr(0, plain));
-        text.remove_prefix(plain);
-        if (!text.empty()) {
-            AppendReference(out, text.front());
-            text.remove_prefix(1);
-        }
-    }
+std::size_t BytesOfContent(const CIMValue& value) {
+    TextLength length;
+    AppendContent(length, value);
+    return length.bytes();
+}
+
+void AppendXmlEscaped(std::string& out, std::string_view text) {
+    StringEnd end{out};
+    Escaper<StringEnd>(end).Append(text, 1);
 }
 
 }  // namespace Pegasus::kalvex::detail

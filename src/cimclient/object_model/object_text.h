@@ -1,19 +1,20 @@
-// The text form of objects: their INSTANCE or CLASS element (DSP0201).
+// The text form of values, and that of objects: their INSTANCE or CLASS element (DSP0201).
 #pragma once
 
 #include <string>
 
-#include "object_model/value_body.h"
+#include "Pegasus/Common/CIMValue.h"
 
 namespace Pegasus::kalvex::detail {
 
-/// Appends the text of an array's element, or of the object that is the value; nothing for what is
-/// unreadable.
-void AppendElementText(std::string& out, const ValueBody& body, Uint32 index);
+/// The text of an array, or of an embedded object; a blank after each element of an array, and
+/// nothing for what is unreadable.
+String TextOfContent(const CIMValue& value);
+/// Its bytes, without making it. Takes time in proportion to what the value holds, not to its text,
+/// in which a quotation mark grows with every level of embedding.
+std::size_t BytesOfContent(const CIMValue& value);
 
-/// The text with the five predefined entities, and control characters as references. Throws
-/// Exception when `out` has grown past `most_bytes`.
-void AppendXmlEscaped(std::string& out, std::string_view text,
-                      std::size_t most_bytes = std::string::npos);
+/// The text with the five predefined entities, and control characters as references.
+void AppendXmlEscaped(std::string& out, std::string_view text);
 
 }  // namespace Pegasus::kalvex::detail

@@ -24,6 +24,8 @@ struct Utf16Form {
 /// The text of a String: this head, the UTF-8 bytes and a 0 in one allocation. UTF-8 leads, unless
 /// a reference to a unit is out: then the units lead, and the body is no longer shared.
 struct StringBody : Counted {
+    /// With a 0 after the bytes, which are still to be written.
+    static Shared<StringBody> OfSize(std::size_t size);
     static Shared<StringBody> Make(std::string_view text);
 
     char* Bytes() { return reinterpret_cast<char*>(this + 1); }
@@ -49,16 +51,21 @@ struct StringBody : Counted {
     std::unique_ptr<Utf16Form> utf16;
 };
 
-Shared<StringBody> StringBody::Make(std::string_view text) {
+Shared<StringBody> StringBody::OfSize(std::size_t size) {
     constexpr std::size_t kMaxBytes = 0x7FFFFFFF;
-    if (text.size() > kMaxBytes) {
+    if (size > kMaxBytes) {
         throw std::bad_alloc();
     }
-    auto* body = ::new (ArenaAllocate(sizeof(StringBody) + text.size() + 1)) StringBody;
-    body->size = static_cast<Uint32>(text.size());
-    text.copy(body->Bytes(), text.size());
-    body->Bytes()[text.size()] = '\0';
+    auto* body = ::new (ArenaAllocate(sizeof(StringBody) + size + 1)) StringBody;
+    body->size = static_cast<Uint32>(size);
+    body->Bytes()[size] = '\0';
     return Shared<StringBody>(body);
+}
+
+Shared<StringBody> StringBody::Make(std::string_view text) {
+    Shared<StringBody> body = OfSize(text.size());
+    text.copy(body->Bytes(), text.size());
+    return body;
 }
 
 namespace {
@@ -150,6 +157,15 @@ std::string_view String::utf8() const { return body_ ? body_->Text() : std::stri
 String String::FromUtf8(std::string_view valid_utf8) {
     String string;
     string.body_ = BodyUnlessEmpty(valid_utf8);
+    return string;
+}
+
+String String::OfBytes(std::size_t size, char*& bytes) {
+    String string;
+    if (size > 0) {
+        string.body_ = StringBody::OfSize(size);
+        bytes = string.body_->Bytes();
+    }
     return string;
 }
 

@@ -9,6 +9,8 @@ namespace {
 
 using Byte = unsigned char;
 
+constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
+
 bool IsContinuation(char c) { return (static_cast<Byte>(c) & 0xC0) == 0x80; }
 
 char32_t DecodeSequence(std::string_view sequence) {
@@ -76,12 +78,22 @@ std::size_t FirstInvalidUtf8(std::string_view text) {
     return std::string_view::npos;
 }
 
-std::string RepairedUtf8(std::string_view text) {
-    std::string repaired;
-    repaired.reserve(text.size());
+std::size_t RepairedUtf8Size(std::string_view text) {
+    std::size_t size = 0;
     while (!text.empty()) {
         const std::size_t length = Utf8SequenceLength(text);
-        repaired += length == 0 ? std::string_view("\xEF\xBF\xBD") : text.substr(0, length);
+        size += length == 0 ? kReplacement.size() : length;
+        text.remove_prefix(length == 0 ? 1 : length);
+    }
+    return size;
+}
+
+std::string RepairedUtf8(std::string_view text) {
+    std::string repaired;
+    repaired.reserve(RepairedUtf8Size(text));
+    while (!text.empty()) {
+        const std::size_t length = Utf8SequenceLength(text);
+        repaired += length == 0 ? kReplacement : text.substr(0, length);
         text.remove_prefix(length == 0 ? 1 : length);
     }
     return repaired;

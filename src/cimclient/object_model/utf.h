@@ -17,6 +17,7 @@ std::size_t FirstInvalidUtf8(std::string_view text);
 
 /// The text with U+FFFD in place of each byte that belongs to no well-formed sequence.
 std::string RepairedUtf8(std::string_view text);
+std::size_t RepairedUtf8Size(std::string_view text);
 
 /// UTF-16 units of well-formed UTF-8.
 std::size_t Utf16Length(std::string_view utf8);

@@ -49,16 +49,6 @@ void CIMValue::get(Array<String>& x) const {
     }
 }
 
-String CIMValue::toString() const {
-    if (!body_) {
-        return text_;
-    }
-    std::string text;
-    for (Uint32 i = 0; i < body_->Size(); ++i) {
-        detail::AppendElementText(text, *body_, i);
-        text.append(is_array_ ? " " : "");
-    }
-    return String::FromUtf8(text);
-}
+String CIMValue::toString() const { return body_ ? detail::TextOfContent(*this) : text_; }
 
 }  // namespace Pegasus::kalvex

@@ -1,4 +1,6 @@
 // The XML texts of instances and classes.
+#include "object_model/object_text.h"
+
 #include <gmock/gmock.h>
 
 #include "Pegasus/Common/CIMInstance.h"
@@ -47,13 +49,6 @@ CIMInstance With(const CIMProperty& property) {
     return instance;
 }
 
-TEST(ObjectText, EndsBeforeItFillsTheMemory) {
-    const CIMInstance instance =
-        With(CIMProperty("P", String(std::string(12'000'000, '"').c_str())));
-    EXPECT_EQ(support::FailureOf([&] { TextOfObject(instance); }),
-              "Exception [The text of an object is too long.]");
-}
-
 TEST(ObjectText, OfAnInstanceHasOneElementALine) { EXPECT_EQ(TextOfObject(Sample()), kSampleText); }
 
 TEST(ObjectText, OfAClassIsItsName) {
@@ -88,6 +83,30 @@ TEST(ObjectText, HoldsOtherObjectsAsTheirTexts) {
         "<PROPERTY NAME=\"o\"  EmbeddedObject=\"instance\" TYPE=\"string\">\n"
         "<VALUE>&lt;INSTANCE CLASSNAME=&quot;K&quot; &gt;&#10;&lt;/INSTANCE&gt;&#10;</VALUE>\n"
         "</PROPERTY>\n</INSTANCE>\n");
+}
+
+CIMValue Embedded(const CIMObject& object) {
+    return ValueAccess::MakeScalar(CIMTYPE_INSTANCE, object);
+}
+
+std::string Escaped(const std::string& text) {
+    std::string escaped;
+    detail::AppendXmlEscaped(escaped, text);
+    return escaped;
+}
+
+TEST(ObjectText, IsEscapedOnceMoreWithEachLevel) {
+    CIMInstance instance = Sample();
+    std::string text = kSampleText;
+    for (int level = 0; level < 16; ++level) {
+        instance = With(CIMProperty("o", Embedded(instance)));
+        text =
+            "<INSTANCE CLASSNAME=\"E\" >\n"
+            "<PROPERTY NAME=\"o\"  EmbeddedObject=\"instance\" TYPE=\"string\">\n<VALUE>" +
+            Escaped(text) + "</VALUE>\n</PROPERTY>\n</INSTANCE>\n";
+        EXPECT_EQ(TextOfObject(instance), text) << level;
+        EXPECT_EQ(detail::BytesOfContent(Embedded(instance)), text.size()) << level;
+    }
 }
 
 /// Two strings, or objects, between which one is unreadable.

@@ -48,6 +48,8 @@ public:
     /// For the client's own rooms: the UTF-8 bytes, and a string of bytes known to be UTF-8.
     std::string_view utf8() const;
     static String FromUtf8(std::string_view valid_utf8);
+    /// The caller writes that many bytes of UTF-8 to `bytes` at once; null for 0.
+    static String OfBytes(std::size_t size, char*& bytes);
 
 private:
     detail::StringBody& Editable();
