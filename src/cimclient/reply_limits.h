@@ -5,11 +5,22 @@
 
 namespace cimclient {
 
-/// A whole reply, head and body.
-constexpr std::size_t kMaxReplyBytes = 256UL * 1024 * 1024;
+/// A whole reply, head and body, unless ClientSettings say otherwise. Those of real hosts stay under
+/// 20 MB.
+constexpr std::size_t kMaxReplyBytes = 64UL * 1024 * 1024;
+
+/// What is made of a reply may take so many bytes of memory for each of its bytes that has come, the
+/// texts of its embedded objects included. Those of real hosts take one or two.
+constexpr std::size_t kMemoryPerReplyByte = 4;
+/// And so many besides. With what is not counted, such as the head and the connection's buffers, it
+/// is less than 32 MiB.
+constexpr std::size_t kMemoryBesides = 20UL * 1024 * 1024;
 
 /// A reply's head, and its trailer.
 constexpr std::size_t kMaxHeadBytes = 1024UL * 1024;
+
+/// Lines of either.
+constexpr std::size_t kMaxHeadLines = 1000;
 
 /// Elements within elements.
 constexpr std::size_t kMaxXmlDepth = 128;
@@ -26,8 +37,11 @@ constexpr int kMaxReferenceDepth = 3;
 /// The text of a reference that is a key.
 constexpr std::size_t kMaxReferenceBytes = 64UL * 1024;
 
-/// The text of an embedded object, in which a quotation mark grows with each level.
-constexpr std::size_t kMaxObjectTextBytes = 64UL * 1024 * 1024;
+/// The name of a host or a namespace in a path.
+constexpr std::size_t kMaxPlaceBytes = 64UL * 1024;
+
+/// What a message quotes of a reply. Messages are shortened further where they leave the client.
+constexpr std::size_t kMaxQuotedBytes = 64UL * 1024;
 
 /// Embedded objects within embedded objects.
 constexpr int kMaxEmbeddingDepth = 16;

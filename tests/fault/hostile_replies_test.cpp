@@ -2,6 +2,7 @@
 #include <cstdio>
 
 #include "cimclient/wire/wire_test.h"
+#include "client/client_settings.h"
 #include "fault/memory_use.h"
 
 namespace {
@@ -31,6 +32,41 @@ std::string ManyProperties() {
         all += "<PROPERTY NAME=\"p" + std::to_string(i) + "\" TYPE=\"uint8\"/>";
     }
     return all;
+}
+
+std::string EmbeddedInstance(const std::string& text) {
+    return "<INSTANCE CLASSNAME=\"K\"><PROPERTY NAME=\"p\" TYPE=\"string\" "
+           "EmbeddedObject=\"instance\"><VALUE>" +
+           text + "</VALUE></PROPERTY></INSTANCE>";
+}
+
+std::string Escaped(const std::string& text) {
+    std::string escaped;
+    for (const char c : text) {
+        if (c == '<') {
+            escaped += "&lt;";
+        } else if (c == '&') {
+            escaped += "&amp;";
+        } else {
+            escaped += c;
+        }
+    }
+    return escaped;
+}
+
+/// A property whose value holds a text 16 levels deep.
+std::string Within16Levels(const std::string& innermost) {
+    std::string text = "<INSTANCE CLASSNAME=\"K\">" + Text(innermost) + "</INSTANCE>";
+    for (int level = 1; level < 16; ++level) {
+        text = EmbeddedInstance(Escaped(text));
+    }
+    return "<PROPERTY NAME=\"p\" TYPE=\"string\" EmbeddedObject=\"instance\"><VALUE>" +
+           Escaped(text) + "</VALUE></PROPERTY>";
+}
+
+std::string ArrayOf(const std::string& type, const std::string& element, std::size_t count) {
+    return "<PROPERTY.ARRAY NAME=\"p\" TYPE=\"" + type + "\"><VALUE.ARRAY>" +
+           Repeated(element, count) + "</VALUE.ARRAY></PROPERTY.ARRAY>";
 }
 
 std::string Utf16(const std::string& text) {
@@ -72,7 +108,11 @@ Attack Head(const char* name, const std::string& line, Step rest, const char* ou
 }
 
 constexpr const char* kTooLarge =
-    "CIMClientMalformedHTTPException [The reply is larger than 268435456 bytes.]";
+    "CIMClientMalformedHTTPException [The reply is larger than 67108864 bytes.]";
+constexpr const char* kTooMuchMemory =
+    "CIMClientXmlException [The objects of the reply would take too much memory.]";
+/// What a reply may take beside four times its size.
+constexpr std::size_t kBesides = 32 * kMebi;
 constexpr const char* kBadLength =
     "CIMClientHTTPErrorException 400 [HTTP Error (400 Bad Request): Detail = \"Invalid "
     "Content-Length header detected\".]";
@@ -92,7 +132,7 @@ const Attack kAttacks[] = {
          return Conversation{AwaitRequest(), Send("HTTP/1.1 200 OK\r\n"),
                              Flood(Repeated("X: y\r\n", 1000))};
      },
-     "CIMClientMalformedHTTPException [The reply's head is too large.]", 32 * kMebi},
+     "CIMClientMalformedHTTPException [The reply's head is too large.]", 2 * kMebi},
     Content(
         "DeepNesting", [] { return Instance(Repeated("<A>", 100000)); },
         "CIMClientXmlException [Elements are nested too deep: on line 6]", 4 * kMebi),
@@ -119,13 +159,53 @@ const Attack kAttacks[] = {
         "declaration]",
         kMebi),
     Content(
-        "AMillionProperties", [] { return Instance(ManyProperties()); }, "1 objects", 500 * kMebi),
+        "AMillionProperties", [] { return Instance(ManyProperties()); }, "1 objects",
+        4 * 33 * kMebi + kBesides),
+    Content(
+        "AMillionQuotesWithin16Levels",
+        [] { return Instance(Within16Levels(std::string(1000000, '"'))); }, kTooMuchMemory,
+        4 * kMebi + kBesides),
+    Content(
+        "QuotesWithin16LevelsOfManyInstances",
+        [] { return Repeated(Instance(Within16Levels(std::string(1000, '"'))), 1000); },
+        kTooMuchMemory, 4 * 5 * kMebi + kBesides),
+    Content(
+        "ALongTextWithin16Levels",
+        [] { return Instance(Within16Levels(std::string(2 * kMebi, 'x'))); }, kTooMuchMemory,
+        4 * 2 * kMebi + kBesides),
+    Content(
+        "ValueOf20MegabytesThatIsNotUtf8",
+        [] { return Instance(Text(std::string(20 * kMebi, '\xFF'))); }, kTooMuchMemory,
+        4 * 20 * kMebi + kBesides),
+    Content(
+        "AHundredThousandSmallestInstances",
+        [] {
+            return Repeated(
+                "<VALUE.NAMEDINSTANCE><INSTANCENAME CLASSNAME=\"K\"/><INSTANCE "
+                "CLASSNAME=\"K\"/></VALUE.NAMEDINSTANCE>",
+                100000);
+        },
+        "100000 objects", 12 * kMebi),
+    Content(
+        "ANullInEachOfAMillionElements",
+        [] { return Instance(ArrayOf("string", "<VALUE.NULL/>", 1000000)); }, "1 objects",
+        4 * 12 * kMebi + kBesides),
+    Content(
+        "AMillionTextsInArrays",
+        [] {
+            return Repeated(Instance(ArrayOf("string", "<VALUE>a &amp; b</VALUE>", 100000)), 10);
+        },
+        "10 objects", 4 * 21 * kMebi + kBesides),
+    Content(
+        "KeysOfTenKilobytes",
+        [] { return Repeated(NamedInstance(std::string(10000, 'k'), Text("x")), 1000); },
+        "1000 objects", 4 * 9 * kMebi + kBesides),
     Content(
         "AMillionEmptyElements", [] { return Instance(Repeated("<A/>", 1000000)); }, "1 objects",
         16 * kMebi),
     Content(
-        "ValueOf200Megabytes", [] { return Instance(Text(std::string(200 * kMebi, 'x'))); },
-        "1 objects", 600 * kMebi),
+        "ValueOf60Megabytes", [] { return Instance(Text(std::string(60 * kMebi, 'x'))); },
+        "1 objects", 180 * kMebi),
     Content(
         "DuplicateNames", [] { return Instance(Repeated(Text("x"), 100000)); }, "1 objects",
         64 * kMebi),
@@ -140,11 +220,7 @@ const Attack kAttacks[] = {
         "AMillionAttributes", [] { return "<A" + Repeated(" b=\"\"", 1000000) + "/>"; },
         "CIMClientXmlException [Too many attributes: on line 6]", 8 * kMebi),
     Content(
-        "TwoMillionArrayElements",
-        [] {
-            return Instance("<PROPERTY.ARRAY NAME=\"p\" TYPE=\"string\"><VALUE.ARRAY>" +
-                            Repeated("<VALUE/>", 2000000) + "</VALUE.ARRAY></PROPERTY.ARRAY>");
-        },
+        "TwoMillionArrayElements", [] { return Instance(ArrayOf("string", "<VALUE/>", 2000000)); },
         "CIMClientXmlException [Validation error: on line 6: There are too many elements in "
         "VALUE.ARRAY]",
         100 * kMebi),
@@ -203,5 +279,25 @@ TEST_P(Hostile, HasItsOutcomeInBoundedMemory) {
 
 INSTANTIATE_TEST_SUITE_P(Reply, Hostile, ::testing::ValuesIn(kAttacks),
                          [](const auto& attack) { return attack.param.name; });
+
+class ReplyLimit : public wire::WireTest {
+protected:
+    std::string OutcomeOfMebibytes(std::size_t size) {
+        Serve({Replies({Answer(BodyReturning(Instance(Text("x")) + "<!--" +
+                                             std::string(size * kMebi, ' ') + "-->"))})});
+        Connect();
+        client.setTimeout(kPatience);
+        return Enumerate();
+    }
+};
+
+TEST_F(ReplyLimit, Is64MiB) { EXPECT_EQ(OutcomeOfMebibytes(64), kTooLarge); }
+
+TEST_F(ReplyLimit, MayBeRaised) {
+    cimclient::ClientSettings settings;
+    settings.max_reply_bytes = 65 * kMebi;
+    cimclient::Configure(client, settings);
+    EXPECT_EQ(OutcomeOfMebibytes(64), "1 objects");
+}
 
 }  // namespace

@@ -36,6 +36,7 @@ TEST_F(Options, AreTodaysNumbersByDefault) {
     EXPECT_EQ(options.request_limit, 5min);
     EXPECT_FALSE(options.deadline);
     EXPECT_FALSE(options.give_up);
+    EXPECT_EQ(options.max_reply_bytes, 64U * 1024 * 1024);
     EXPECT_FALSE(options.cancel);
 }
 
@@ -51,6 +52,22 @@ TEST_F(Options, SetTheAttemptsAndThePauses) {
     options.connect_attempts = 0;
     { const auto host = Construct(); }
     EXPECT_THAT(TakePauses(), IsEmpty()) << "none counts as one";
+}
+
+TEST_F(Options, LimitTheReply) {
+    Serve(simhost::HostDescription::Builtin(), Http());
+    options.max_reply_bytes = 500;
+    auto host = Construct();
+    host.TakeFailures();
+    EXPECT_NE(ReadPackages(host), 0);
+    const auto failures = host.TakeFailures().failures;
+    ASSERT_EQ(failures.size(), 1U);
+    EXPECT_EQ(failures[0].kind, FailureKind::kBadReply);
+    EXPECT_EQ(failures[0].text, "The reply is larger than 500 bytes.");
+    options.max_reply_bytes = 1'000'000;
+    auto other = Construct();
+    EXPECT_EQ(ReadPackages(other), 0);
+    EXPECT_TRUE(other.TakeFailures().failures.empty());
 }
 
 TEST_F(Options, LeaveOneLineAboutAConnectionThatFailed) {

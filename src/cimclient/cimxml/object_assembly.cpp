@@ -10,6 +10,7 @@
 namespace cimclient {
 
 using namespace Pegasus;
+using Pegasus::detail::ArenaVector;
 
 namespace {
 
@@ -53,8 +54,8 @@ int Compare(const CIMName& x, const CIMName& y) {
 /// Tells of each whether its name occurs before it. Sorting takes its time, but no host can choose
 /// names that make it take much longer, as it could with hashing.
 template <class Named>
-std::vector<bool> Repetitions(const std::vector<Named>& all) {
-    std::vector<std::size_t> order(all.size());
+std::vector<bool> Repetitions(const ArenaVector<Named>& all) {
+    ArenaVector<std::size_t> order(all.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
     std::sort(order.begin(), order.end(), [&](std::size_t x, std::size_t y) {
         const int comparison = Compare(all[x].getName(), all[y].getName());
@@ -68,7 +69,7 @@ std::vector<bool> Repetitions(const std::vector<Named>& all) {
 }
 
 template <class Named>
-Array<Named> FirstOfFew(std::vector<Named>& all) {
+Array<Named> FirstOfFew(ArenaVector<Named>& all) {
     Array<Named> kept;
     kept.reserveCapacity(static_cast<Uint32>(all.size()));
     MarkedNames marked;
@@ -83,7 +84,7 @@ Array<Named> FirstOfFew(std::vector<Named>& all) {
 }  // namespace
 
 template <class Named>
-Array<Named> FirstOfEachName(std::vector<Named>& all) {
+Array<Named> FirstOfEachName(ArenaVector<Named>& all) {
     if (all.empty()) {
         return {};
     }
@@ -101,10 +102,10 @@ Array<Named> FirstOfEachName(std::vector<Named>& all) {
     return kept;
 }
 
-template Array<CIMQualifier> FirstOfEachName(std::vector<CIMQualifier>& all);
+template Array<CIMQualifier> FirstOfEachName(ArenaVector<CIMQualifier>& all);
 
-CIMInstance AssembleInstance(const CIMObjectPath& path, std::vector<CIMQualifier>& qualifiers,
-                             std::vector<CIMProperty>& properties) {
+CIMInstance AssembleInstance(const CIMObjectPath& path, ArenaVector<CIMQualifier>& qualifiers,
+                             ArenaVector<CIMProperty>& properties) {
     Pegasus::detail::Shared<Pegasus::detail::ObjectBody> body(new Pegasus::detail::ObjectBody);
     body->path = path;
     body->qualifiers = FirstOfEachName(qualifiers);

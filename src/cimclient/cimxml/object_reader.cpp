@@ -13,6 +13,7 @@
 namespace cimclient {
 
 using namespace Pegasus;
+using Pegasus::detail::ArenaVector;
 using Pegasus::detail::ObjectBody;
 using Pegasus::detail::PropertyBody;
 using Pegasus::detail::Shared;
@@ -26,7 +27,6 @@ struct ObjectReader::PropertyElement {
     std::optional<CIMType> embedded_type;
     bool is_array = false;
     bool is_reference = false;
-    std::vector<CIMQualifier> qualifiers;
 };
 
 namespace {
@@ -44,7 +44,7 @@ bool IsTrue(const CIMValue& value) {
            value.toString().utf8() == Pegasus::detail::BooleanText(true);
 }
 
-std::optional<CIMType> EmbeddedType(const std::vector<CIMQualifier>& qualifiers) {
+std::optional<CIMType> EmbeddedType(const ArenaVector<CIMQualifier>& qualifiers) {
     for (const CIMQualifier& qualifier : qualifiers) {
         const std::string_view name = qualifier.getName().getString().utf8();
         if (EqualNoCase(name, "EmbeddedObject") && IsTrue(qualifier.getValue())) {
@@ -72,6 +72,7 @@ CIMObjectPath PathOf(const CIMName& class_name, const CIMObjectPath* path) {
 }  // namespace
 
 CIMInstance ObjectReader::ReadNamedInstance() {
+    xml_.ForgetTexts();
     xml_.ExpectOpen("VALUE.NAMEDINSTANCE");
     if (!xml_.IsOpen("INSTANCENAME")) {
         xml_.FailValidation("Expected INSTANCENAME element");
@@ -83,6 +84,7 @@ CIMInstance ObjectReader::ReadNamedInstance() {
 }
 
 CIMObject ObjectReader::ReadObjectWithPath() {
+    xml_.ForgetTexts();
     xml_.ExpectOpen("VALUE.OBJECTWITHPATH");
     if (!xml_.IsOpen("INSTANCEPATH") && !xml_.IsOpen("CLASSPATH")) {
         xml_.FailValidation("Expected INSTANCEPATH or CLASSPATH element");
@@ -108,14 +110,15 @@ CIMInstance ObjectReader::ReadInstance(const CIMObjectPath* path) {
     }
     const CIMName class_name = ClassAttribute("INSTANCE", "CLASSNAME");
     xml_.Advance();
-    std::vector<CIMQualifier> qualifiers;
+    qualifiers_.clear();
     properties_.clear();
     while (!xml_.IsClose()) {
         const std::string_view element = xml_.Peek().name;
         if (xml_.Peek().kind != XmlToken::kOpen) {
             xml_.Advance();
         } else if (Is(element, "QUALIFIER")) {
-            ReadQualifier(qualifiers);
+            xml_.ForgetTexts();
+            ReadQualifier(qualifiers_);
         } else if (Is(element, "PROPERTY") || Is(element, "PROPERTY.ARRAY") ||
                    Is(element, "PROPERTY.REFERENCE")) {
             ReadProperty();
@@ -124,10 +127,10 @@ CIMInstance ObjectReader::ReadInstance(const CIMObjectPath* path) {
         }
     }
     xml_.ExpectClose("INSTANCE");
-    return AssembleInstance(PathOf(class_name, path), qualifiers, properties_);
+    return AssembleInstance(PathOf(class_name, path), qualifiers_, properties_);
 }
 
-void ObjectReader::ReadQualifier(std::vector<CIMQualifier>& qualifiers) {
+void ObjectReader::ReadQualifier(ArenaVector<CIMQualifier>& qualifiers) {
     const CIMName name = names_.Name(Attribute("NAME"));
     const auto type = TypeNamed(Attribute("TYPE"));
     xml_.Advance();
@@ -135,9 +138,8 @@ void ObjectReader::ReadQualifier(std::vector<CIMQualifier>& qualifiers) {
     if (type && xml_.IsOpen("VALUE")) {
         value = ScalarFrom(*type, ReadValueText(), texts_);
     } else if (type && xml_.IsOpen("VALUE.ARRAY")) {
-        std::vector<ValueText> texts;
-        ReadValueArray(texts);
-        value = ArrayFrom(*type, texts, texts_);
+        ReadValueArray(qualifier_texts_);
+        value = ArrayFrom(*type, qualifier_texts_, texts_);
     }
     xml_.SkipToClose();
     if (type && !name.isNull()) {
@@ -171,12 +173,13 @@ ObjectReader::PropertyElement ObjectReader::ReadPropertyHead() {
 void ObjectReader::ReadProperty() {
     xml_.ForgetTexts();
     PropertyElement element = ReadPropertyHead();
+    property_qualifiers_.clear();
     if (!element.type || element.body->name.isNull()) {
         xml_.SkipToClose();
         return;
     }
     ReadPropertyContent(element);
-    element.body->qualifiers = FirstOfEachName(element.qualifiers);
+    element.body->qualifiers = FirstOfEachName(property_qualifiers_);
     properties_.emplace_back(std::move(element.body));
 }
 
@@ -186,7 +189,7 @@ void ObjectReader::ReadPropertyContent(PropertyElement& element) {
     std::optional<String> reference;
     while (!xml_.IsClose()) {
         if (xml_.IsOpen("QUALIFIER")) {
-            ReadQualifier(element.qualifiers);
+            ReadQualifier(property_qualifiers_);
         } else if (!element.is_array && !text && xml_.IsOpen("VALUE")) {
             text = ReadValueText();
         } else if (element.is_array && !has_texts && xml_.IsOpen("VALUE.ARRAY")) {
@@ -201,8 +204,8 @@ void ObjectReader::ReadPropertyContent(PropertyElement& element) {
         }
     }
     xml_.Advance();
-    if (element.type == CIMTYPE_STRING && !element.qualifiers.empty()) {
-        element.type = EmbeddedType(element.qualifiers).value_or(CIMTYPE_STRING);
+    if (element.type == CIMTYPE_STRING && !property_qualifiers_.empty()) {
+        element.type = EmbeddedType(property_qualifiers_).value_or(CIMTYPE_STRING);
     }
     if (text && Pegasus::detail::IsEmbedded(*element.type) && *text && (*text)->empty()) {
         text.reset();
@@ -230,7 +233,7 @@ ValueText ObjectReader::ReadValueText() {
     return text;
 }
 
-void ObjectReader::ReadValueArray(std::vector<ValueText>& texts) {
+void ObjectReader::ReadValueArray(ValueTexts& texts) {
     xml_.ExpectOpen("VALUE.ARRAY");
     texts.clear();
     while (!xml_.IsClose()) {

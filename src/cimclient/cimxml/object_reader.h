@@ -6,8 +6,7 @@
 #pragma once
 
 #include <optional>
-#include <string>
-#include <vector>
+#include <string_view>
 
 #include "Pegasus/Common/CIMInstance.h"
 #include "Pegasus/Common/CIMObject.h"
@@ -45,14 +44,15 @@ private:
     Pegasus::CIMNamespaceName ReadLocalNamespacePath();
     Pegasus::String ReadHost();
 
-    void ReadQualifier(std::vector<Pegasus::CIMQualifier>& qualifiers);
+    void ReadQualifier(Pegasus::detail::ArenaVector<Pegasus::CIMQualifier>& qualifiers);
     void ReadProperty();
     PropertyElement ReadPropertyHead();
     void ReadPropertyContent(PropertyElement& element);
     ValueText ReadValueText();
-    void ReadValueArray(std::vector<ValueText>& texts);
+    void ReadValueArray(ValueTexts& texts);
 
-    std::string Attribute(const char* attribute);
+    /// Empty when it is missing. Valid until another one is asked for.
+    std::string_view Attribute(const char* attribute);
     /// The class that an attribute names; throws when it is missing or no name.
     Pegasus::CIMName ClassAttribute(const char* element, const char* attribute);
     XmlReader& xml_;
@@ -60,8 +60,11 @@ private:
     NameCache names_;
     TextCache texts_;
     // Kept from instance to instance for their memory.
-    std::vector<Pegasus::CIMProperty> properties_;
-    std::vector<ValueText> element_texts_;
+    Pegasus::detail::ArenaVector<Pegasus::CIMProperty> properties_;
+    Pegasus::detail::ArenaVector<Pegasus::CIMQualifier> qualifiers_;
+    Pegasus::detail::ArenaVector<Pegasus::CIMQualifier> property_qualifiers_;
+    ValueTexts element_texts_;
+    ValueTexts qualifier_texts_;
 };
 
 }  // namespace cimclient

@@ -22,10 +22,41 @@ constexpr KeyType kKeyTypes[] = {
     {"numeric", CIMKeyBinding::NUMERIC},
 };
 
+const KeyType* KeyTypeNamed(std::string_view name) {
+    for (const KeyType& key_type : kKeyTypes) {
+        if (name == key_type.name) {
+            return &key_type;
+        }
+    }
+    return nullptr;
+}
+
+/// Of paths that stand for themselves: their elements, and whether they name a host.
+struct FullPath {
+    const char* element;
+    bool has_host;
+};
+
+constexpr FullPath kFullPaths[] = {
+    {"INSTANCEPATH", true},
+    {"CLASSPATH", true},
+    {"LOCALINSTANCEPATH", false},
+    {"LOCALCLASSPATH", false},
+};
+
+const FullPath* FullPathNamed(std::string_view element) {
+    for (const FullPath& path : kFullPaths) {
+        if (element == path.element) {
+            return &path;
+        }
+    }
+    return nullptr;
+}
+
 }  // namespace
 
-std::string ObjectReader::Attribute(const char* attribute) {
-    return std::string(xml_.FindAttribute(attribute).value_or(std::string_view()));
+std::string_view ObjectReader::Attribute(const char* attribute) {
+    return xml_.FindAttribute(attribute).value_or(std::string_view());
 }
 
 CIMName ObjectReader::ClassAttribute(const char* element, const char* attribute) {
@@ -71,18 +102,16 @@ CIMKeyBinding ObjectReader::ReadKeyValue(const CIMName& name) {
     if (!xml_.IsOpen("KEYVALUE")) {
         xml_.FailValidation("Expected KEYVALUE or VALUE.REFERENCE element");
     }
-    const std::string type_name = Attribute("VALUETYPE");
+    const KeyType* const key_type = KeyTypeNamed(Attribute("VALUETYPE"));
     xml_.Advance();
     const String value = texts_.Text(xml_.ReadText());
     xml_.ExpectClose("KEYVALUE");
-    for (const KeyType& key_type : kKeyTypes) {
-        if (type_name == key_type.name) {
-            return CIMKeyBinding(name, value, key_type.type);
-        }
+    if (key_type == nullptr) {
+        xml_.FailSemantic(
+            "Illegal value for KEYVALUE.VALUETYPE attribute; CIMValue must be one of \"string\", "
+            "\"boolean\", or \"numeric\"");
     }
-    xml_.FailSemantic(
-        "Illegal value for KEYVALUE.VALUETYPE attribute; CIMValue must be one of \"string\", "
-        "\"boolean\", or \"numeric\"");
+    return CIMKeyBinding(name, value, key_type->type);
 }
 
 CIMKeyBinding ObjectReader::ReadReferenceKey(const CIMName& name) {
@@ -120,23 +149,22 @@ CIMObjectPath ObjectReader::ReadClassName() {
 
 /// INSTANCEPATH, CLASSPATH, LOCALINSTANCEPATH or LOCALCLASSPATH.
 CIMObjectPath ObjectReader::ReadFullPath() {
-    const std::string element(xml_.Peek().name);
-    const bool has_host = element == "INSTANCEPATH" || element == "CLASSPATH";
-    if (!has_host && element != "LOCALINSTANCEPATH" && element != "LOCALCLASSPATH") {
+    const FullPath* const path = FullPathNamed(xml_.Peek().name);
+    if (path == nullptr) {
         xml_.FailValidation("Expected INSTANCEPATH or CLASSPATH element");
     }
     xml_.Advance();
     String host;
-    if (has_host) {
+    if (path->has_host) {
         xml_.ExpectOpen("NAMESPACEPATH");
         host = ReadHost();
     }
     const CIMNamespaceName name_space = ReadLocalNamespacePath();
-    if (has_host) {
+    if (path->has_host) {
         xml_.ExpectClose("NAMESPACEPATH");
     }
     const CIMObjectPath local = xml_.IsOpen("CLASSNAME") ? ReadClassName() : ReadInstanceName();
-    xml_.ExpectClose(element);
+    xml_.ExpectClose(path->element);
     try {
         return CIMObjectPath(host, name_space, local.getClassName(), local.getKeyBindings());
     } catch (const MalformedObjectNameException& error) {
@@ -146,12 +174,16 @@ CIMObjectPath ObjectReader::ReadFullPath() {
 
 String ObjectReader::ReadHost() {
     xml_.ExpectOpen("HOST");
-    const std::string host(xml_.ReadText());
+    const std::string_view host = xml_.ReadText();
     if (host.empty()) {
         xml_.FailValidation("expected content of HOST element");
     }
+    if (host.size() > kMaxPlaceBytes) {
+        xml_.FailValidation("The name of a host is too long");
+    }
+    const String text = String::FromUtf8(host);
     xml_.ExpectClose("HOST");
-    return String::FromUtf8(host);
+    return text;
 }
 
 CIMNamespaceName ObjectReader::ReadLocalNamespacePath() {
@@ -160,6 +192,9 @@ CIMNamespaceName ObjectReader::ReadLocalNamespacePath() {
     while (xml_.IsOpen("NAMESPACE")) {
         const CIMName name = ClassAttribute("NAMESPACE", "NAME");
         name_space.append(name_space.empty() ? "" : "/").append(name.getString().utf8());
+        if (name_space.size() > kMaxPlaceBytes) {
+            xml_.FailValidation("The name of a namespace is too long");
+        }
         xml_.ExpectOpen("NAMESPACE");
         xml_.ExpectClose("NAMESPACE");
     }

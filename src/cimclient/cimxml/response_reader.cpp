@@ -8,11 +8,18 @@
 #include "Pegasus/Client/CIMClientException.h"
 #include "ascii.h"
 #include "cimxml/object_reader.h"
+#include "explained.h"
 #include "object_model/arena.h"
+#include "object_model/memory_budget.h"
+#include "object_model/object_text.h"
+#include "object_model/utf.h"
+#include "object_model/value_body.h"
+#include "reply_limits.h"
 
 namespace cimclient {
 
 using namespace Pegasus;
+using Pegasus::detail::MemoryBudget;
 
 namespace {
 
@@ -35,7 +42,7 @@ std::string Required(XmlReader& xml, const char* element, const char* attribute,
     if (!value) {
         xml.FailValidation(std::string(complaint) + " " + element + "." + attribute + " attribute");
     }
-    return std::string(*value);
+    return std::string(value->substr(0, kMaxQuotedBytes));
 }
 
 bool IsSupportedProtocol(std::string_view version) {
@@ -87,7 +94,9 @@ int ErrorCode(XmlReader& xml) {
 std::optional<CIMException> ReadError(XmlReader& xml) {
     const int code = ErrorCode(xml);
     const std::string_view description = xml.FindAttribute("DESCRIPTION").value_or("");
-    const CIMException error(static_cast<CIMStatusCode>(code), String::FromUtf8(description));
+    const std::string quoted =
+        Pegasus::detail::RepairedUtf8(description.substr(0, kMaxQuotedBytes));
+    const CIMException error(static_cast<CIMStatusCode>(code), String::FromUtf8(quoted));
     xml.Advance();
     ObjectReader reader(xml);
     while (xml.IsOpen("INSTANCE")) {
@@ -112,6 +121,17 @@ void ReadClose(XmlReader& xml, const char* element) {
     xml.Whole([&] { xml.ExpectClose(element); });
 }
 
+/// The texts of embedded objects are made when they are asked for, and then outlive the reply: they
+/// count from the beginning.
+void TakeTexts(const Pegasus::detail::ObjectHandle& object) {
+    for (Uint32 i = 0; i < object.getPropertyCount(); ++i) {
+        const CIMConstProperty property = object.getProperty(i);
+        if (Pegasus::detail::IsEmbedded(property.getType()) && !property.getValue().isNull()) {
+            MemoryBudget::Take(Pegasus::detail::BytesOfContent(property.getValue()));
+        }
+    }
+}
+
 template <class Object>
 Array<Object> ReadReturnValue(XmlReader& xml, const Operation<Object>& operation, bool is_own) {
     ObjectReader reader(xml);
@@ -125,6 +145,7 @@ Array<Object> ReadReturnValue(XmlReader& xml, const Operation<Object>& operation
     };
     xml.Whole([&] { xml.ExpectOpen("IRETURNVALUE"); });
     while (auto object = xml.Whole(read_next)) {
+        TakeTexts(*object);
         objects.append(std::move(*object));
     }
     ReadClose(xml, "IRETURNVALUE");
@@ -132,8 +153,8 @@ Array<Object> ReadReturnValue(XmlReader& xml, const Operation<Object>& operation
 }
 
 template <class Object>
-Array<Object> ReadReply(const XmlReader::Source& body, unsigned message_id,
-                        const Operation<Object>& operation) {
+Array<Object> ReadMessage(const XmlReader::Source& body, unsigned message_id,
+                          const Operation<Object>& operation) {
     const Pegasus::detail::Arena arena;
     XmlReader xml(body);
     const bool is_own = xml.Whole([&] {
@@ -153,6 +174,23 @@ Array<Object> ReadReply(const XmlReader::Source& body, unsigned message_id,
         throw *error;
     }
     return objects;
+}
+
+template <class Object>
+Array<Object> ReadReply(const XmlReader::Source& body, unsigned message_id,
+                        const Operation<Object>& operation) {
+    MemoryBudget budget(kMemoryBesides);
+    const XmlReader::Source counted = [&] {
+        const std::string_view part = body();
+        budget.Allow(kMemoryPerReplyByte * part.size());
+        return part;
+    };
+    try {
+        return ReadMessage(counted, message_id, operation);
+    } catch (const Pegasus::detail::BudgetExceeded&) {
+        throw Of<CIMClientXmlException>(Zentar::FailureKind::kBadReply,
+                                        "The objects of the reply would take too much memory.");
+    }
 }
 
 }  // namespace

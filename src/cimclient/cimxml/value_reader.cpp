@@ -115,8 +115,14 @@ CIMValue ScalarFrom(CIMType type, const ValueText& text, TextCache& cache) {
     return printed ? ValueAccess::MakeScalar(type, std::move(*printed)) : CIMValue(type, false);
 }
 
-CIMValue ArrayFrom(CIMType type, const std::vector<ValueText>& texts, TextCache& cache) {
+CIMValue ArrayFrom(CIMType type, const ValueTexts& texts, TextCache& cache) {
     Shared<ValueBody> body(new ValueBody);
+    const auto count = static_cast<Uint32>(texts.size());
+    if (count > 0 && IsEmbedded(type)) {
+        body->objects.reserveCapacity(count);
+    } else if (count > 0) {
+        body->texts.reserveCapacity(count);
+    }
     for (const ValueText& text : texts) {
         if (IsEmbedded(type)) {
             AppendElement(*body, body->objects, text ? ReadObject(*text, type) : std::nullopt);

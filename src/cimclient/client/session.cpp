@@ -185,7 +185,8 @@ Session::Answer Session::SendUntilAnswered(const Operation& operation, const Bod
 std::optional<Session::Answer> Session::SendOnce(const Operation& operation,
                                                  const BodyReader& read_body, const Limit& limit) {
     connection_used_ = true;
-    ReplyReader reader([this, limit] { return connection_->Read(limit); });
+    ReplyReader reader([this, limit] { return connection_->Read(limit); },
+                       settings_.max_reply_bytes);
     try {
         // A server may answer and close before it has taken the whole request.
         Send(operation, limit);

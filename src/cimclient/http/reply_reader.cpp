@@ -25,10 +25,8 @@ using Zentar::FailureKind;
                                               "Malformed HTTP response message.");
 }
 
-[[noreturn]] void FailTooLarge() {
-    const std::string message =
-        "The reply is larger than " + std::to_string(kMaxReplyBytes) + " bytes.";
-    throw CIMClientMalformedHTTPException(String::FromUtf8(message));
+[[noreturn]] void FailHeadTooLarge() {
+    throw CIMClientMalformedHTTPException("The reply's head is too large.");
 }
 
 [[noreturn]] void FailFraming(unsigned status, const char* reason, const char* detail) {
@@ -60,22 +58,13 @@ std::optional<std::size_t> ContentLength(const HeaderFields& headers) {
     return length;
 }
 
-std::size_t ChunkSize(std::string_view line) {
-    std::size_t size = 0;
-    const auto result = std::from_chars(line.data(), line.data() + line.size(), size, 16);
-    const std::string_view rest = line.substr(static_cast<std::size_t>(result.ptr - line.data()));
-    const std::size_t extension = rest.find_first_not_of(" \t");
-    const bool ended = extension == std::string_view::npos || rest[extension] == ';';
-    if (result.ec == std::errc::result_out_of_range || size > kMaxReplyBytes) {
-        FailTooLarge();
-    }
-    if (result.ec != std::errc() || !ended) {
-        FailFraming(400, "Bad Request", "missing chunk extension");
-    }
-    return size;
-}
-
 }  // namespace
+
+void ReplyReader::FailTooLarge() const {
+    const std::string message =
+        "The reply is larger than " + std::to_string(max_bytes_) + " bytes.";
+    throw Of<CIMClientMalformedHTTPException>(FailureKind::kBadReply, String::FromUtf8(message));
+}
 
 bool ReplyReader::More() {
     if (unread_.empty() && !at_end_) {
@@ -83,7 +72,7 @@ bool ReplyReader::More() {
         at_end_ = unread_.empty();
         has_begun_ |= !at_end_;
         total_ += unread_.size();
-        if (total_ > kMaxReplyBytes) {
+        if (total_ > max_bytes_) {
             FailTooLarge();
         }
     }
@@ -97,7 +86,7 @@ bool ReplyReader::ReadLine(std::string& line, std::size_t& budget) {
         const std::size_t end = unread_.find('\n');
         const std::string_view part = unread_.substr(0, end);
         if (part.size() >= budget) {
-            throw CIMClientMalformedHTTPException("The reply's head is too large.");
+            FailHeadTooLarge();
         }
         budget -= part.size() + 1;
         line += part;
@@ -115,9 +104,12 @@ bool ReplyReader::ReadLine(std::string& line, std::size_t& budget) {
 /// False when the stream ended before the blank line behind the fields.
 bool ReplyReader::ReadFields(HeaderFields& fields, std::size_t& budget) {
     std::string line;
-    while (ReadLine(line, budget)) {
+    for (std::size_t lines = 0; ReadLine(line, budget); ++lines) {
         if (line.empty()) {
             return true;
+        }
+        if (lines == kMaxHeadLines) {
+            FailHeadTooLarge();
         }
         fields.Add(Pegasus::detail::RepairedUtf8(line));
     }
@@ -167,14 +159,14 @@ void ReplyReader::BeginBody(const HttpReply& reply) {
     if (encoding != nullptr) {
         framing_ = Framing::kChunks;
     } else if (const auto length = ContentLength(reply.headers)) {
-        if (*length > kMaxReplyBytes) {
+        if (*length > max_bytes_) {
             FailTooLarge();
         }
         framing_ = Framing::kLength;
         remaining_ = *length;
     } else if (reply.status == 200) {
         framing_ = Framing::kToEnd;
-        remaining_ = kMaxReplyBytes;
+        remaining_ = max_bytes_;
     }
 }
 
@@ -192,6 +184,21 @@ std::string_view ReplyReader::NextPart(HttpReply& reply) {
     }
     reply.keeps_alive = reply.keeps_alive && !at_end_;
     return part;
+}
+
+std::size_t ReplyReader::ChunkSize(std::string_view line) const {
+    std::size_t size = 0;
+    const auto result = std::from_chars(line.data(), line.data() + line.size(), size, 16);
+    const std::string_view rest = line.substr(static_cast<std::size_t>(result.ptr - line.data()));
+    const std::size_t extension = rest.find_first_not_of(" \t");
+    const bool ended = extension == std::string_view::npos || rest[extension] == ';';
+    if (result.ec == std::errc::result_out_of_range || size > max_bytes_) {
+        FailTooLarge();
+    }
+    if (result.ec != std::errc() || !ended) {
+        FailFraming(400, "Bad Request", "missing chunk extension");
+    }
+    return size;
 }
 
 /// A stream that ends early ends the body too, without the last chunk.

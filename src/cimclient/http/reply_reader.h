@@ -2,8 +2,9 @@
 // trailers.
 //
 // Memory grows with the bytes that have arrived, never with what the head announces, up to the
-// limits in reply_limits.h. What is no HTTP throws CIMClientMalformedHTTPException; framing that
-// cannot be followed throws CIMClientHTTPErrorException.
+// limits in reply_limits.h and that of the reply. What is no HTTP throws
+// CIMClientMalformedHTTPException; framing that cannot be followed throws
+// CIMClientHTTPErrorException.
 #pragma once
 
 #include <functional>
@@ -18,7 +19,9 @@ public:
     /// Gives the next bytes, and an empty view at the end.
     using Source = std::function<std::string_view()>;
 
-    explicit ReplyReader(Source source) : source_(std::move(source)) {}
+    /// A reply of more than `max_bytes`, head and body, is refused.
+    ReplyReader(Source source, std::size_t max_bytes)
+        : source_(std::move(source)), max_bytes_(max_bytes) {}
 
     /// Reads status line and headers, past interim (1xx) replies.
     HttpReply ReadHead();
@@ -37,10 +40,13 @@ private:
     bool ReadFields(HeaderFields& fields, std::size_t& budget);
     void ReadStatusLine(HttpReply& reply, std::size_t& budget);
     void BeginChunk(HttpReply& reply);
+    std::size_t ChunkSize(std::string_view line) const;
+    [[noreturn]] void FailTooLarge() const;
 
     enum class Framing { kNone, kLength, kChunks, kToEnd };
 
     Source source_;
+    std::size_t max_bytes_;
     std::string_view unread_;
     std::size_t total_ = 0;
     bool has_begun_ = false;

@@ -7,6 +7,7 @@
 #include <new>
 
 #include "Pegasus/Common/ArenaVector.h"
+#include "object_model/memory_budget.h"
 
 namespace Pegasus::kalvex::detail {
 
@@ -27,10 +28,14 @@ struct Arena::Block {
     /// More than a block can have allocations: it stays while more can be made in it.
     static constexpr Uint32 kOpen = 1U << 31;
 
+    explicit Block(std::size_t bytes) : size(static_cast<Uint32>(bytes)) {}
+
     std::atomic<Uint32> live{kOpen};
+    Uint32 size;
 
     void Release(Uint32 count) {
         if (live.fetch_sub(count, std::memory_order_acq_rel) == count) {
+            MemoryBudget::Give(size);
             ::operator delete(this);  // AddressSanitizer forgets what it was told of it
         }
     }
@@ -45,6 +50,32 @@ struct alignas(kAlignment) Header {
 
 void* AfterHeader(void* memory, Arena::Block* block) { return ::new (memory) Header{block} + 1; }
 
+/// Stands before the header of memory from the heap.
+struct alignas(kAlignment) HeapPiece {
+    std::size_t size;
+};
+
+/// What a piece of the heap takes at most: with its own header, and up to the end of a page when it
+/// is mapped for itself.
+std::size_t HeapCost(std::size_t size) {
+    constexpr std::size_t kHeader = 16;
+    constexpr std::size_t kMapped = 128UL * 1024;
+    constexpr std::size_t kPage = 4096;
+    return size + kHeader + (size >= kMapped ? kPage : 0);
+}
+
+void* HeapAllocate(std::size_t size) {
+    const std::size_t needed = sizeof(HeapPiece) + size;
+    MemoryBudget::Take(HeapCost(needed));
+    return AfterHeader(::new (::operator new(needed)) HeapPiece{needed} + 1, nullptr);
+}
+
+void HeapFree(Header* header) noexcept {
+    auto* const piece = reinterpret_cast<HeapPiece*>(header) - 1;
+    MemoryBudget::Give(HeapCost(piece->size));
+    ::operator delete(piece);
+}
+
 }  // namespace
 
 Arena::Arena() : outer_(current), next_size_(kFirstBlock) { current = this; }
@@ -57,8 +88,9 @@ Arena::~Arena() {
 void Arena::OpenBlock() {
     CloseBlock();
     static_assert(sizeof(Block) <= kAlignment);
+    MemoryBudget::Take(next_size_);
     auto* const memory = static_cast<unsigned char*>(::operator new(next_size_));
-    block_ = ::new (memory) Block;
+    block_ = ::new (memory) Block(next_size_);
     free_ = memory + kAlignment;
     end_ = memory + next_size_;
     ASAN_POISON_MEMORY_REGION(free_, static_cast<std::size_t>(end_ - free_));
@@ -89,7 +121,7 @@ void* ArenaAllocate(std::size_t size) {
     if (current != nullptr && needed <= kLargestAllocation) {
         return current->Allocate(needed);
     }
-    return AfterHeader(::operator new(needed), nullptr);
+    return HeapAllocate(needed);
 }
 
 void ArenaFree(void* memory) noexcept {
@@ -98,7 +130,7 @@ void ArenaFree(void* memory) noexcept {
         ASAN_POISON_MEMORY_REGION(memory, kAlignment);
         header->block->Release(1);
     } else {
-        ::operator delete(header);
+        HeapFree(header);
     }
 }
 

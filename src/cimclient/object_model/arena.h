@@ -9,7 +9,8 @@ namespace Pegasus::kalvex::detail {
 
 /// While it lives, ArenaAllocate on this thread takes memory from its blocks, one allocation after
 /// the other: that takes less time and memory than the heap. A block is freed with the last of its
-/// allocations, on whatever thread, and may outlive the arena.
+/// allocations, on whatever thread, and may outlive the arena. Its blocks, and what is too large
+/// for them, count in the thread's MemoryBudget.
 class Arena {
 public:
     Arena();

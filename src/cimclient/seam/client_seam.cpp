@@ -36,7 +36,7 @@ bool ClientTestsTrust() { return true; }
 
 void PrepareClient(Pegasus::CIMClient& client, const ZentarConnection::ConnectionOptions& options,
                    const std::shared_ptr<Cancellation>& cancellation) {
-    cimclient::Configure(client, {cancellation, TrustOf(options)});
+    cimclient::Configure(client, {cancellation, TrustOf(options), options.max_reply_bytes});
 }
 
 Failure CauseOf(const Pegasus::Exception& exception) {

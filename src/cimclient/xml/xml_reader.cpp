@@ -15,9 +15,13 @@ namespace cimclient {
 
 namespace {
 
+using Pegasus::detail::MemoryCharge;
+
 constexpr std::size_t kNone = std::string_view::npos;
 /// What of an arriving text is read at a time: small enough to stay in the processor's cache.
 constexpr std::size_t kWindow = 128UL * 1024;
+/// Of a decoded text, beside its bytes.
+constexpr std::size_t kTextCost = sizeof(std::string) + 16;
 constexpr std::string_view kCDataStart = "<![CDATA[";
 
 enum CharClass : unsigned char {
@@ -94,6 +98,7 @@ std::size_t CountLines(std::string_view text) {
 /// Runs of literal white space count as one blank in an attribute.
 std::string Collapsed(std::string_view text) {
     std::string collapsed;
+    collapsed.reserve(text.size());
     for (const char c : text) {
         if (!Is(kSpaceChar, c)) {
             collapsed += c;
@@ -146,6 +151,7 @@ void XmlReader::KeepOpenNames() {
     kept_names_.resize(std::max(kept_names_.size(), depth_));
     for (std::size_t i = 0; i < depth_; ++i) {
         if (open_elements_[i].data() != kept_names_[i].data()) {
+            names_charge_.Add(open_elements_[i].size());
             kept_names_[i] = open_elements_[i];
             open_elements_[i] = kept_names_[i];
         }
@@ -163,9 +169,11 @@ void XmlReader::FetchMore() {
     blank_from_ = kNone;
     Forget();
     const std::size_t wanted = std::max(kWindow, 2 * text_.size());
+    const MemoryCharge copy(text_.size());  // that growing may make
     do {
         const std::string_view part = source_();
         is_complete_ = part.empty();
+        window_charge_.RaiseTo(text_.size() + part.size());
         window_.Append(part);
         text_ = window_.View();
     } while (!is_complete_ && text_.size() < wanted);
@@ -240,7 +248,8 @@ void XmlReader::ExpectClose(std::string_view name) {
         return;
     }
     const XmlToken& token = Peek();
-    const std::string got(token.kind == XmlToken::kOpen ? token.name : token.raw_text);
+    const std::string_view found = token.kind == XmlToken::kOpen ? token.name : token.raw_text;
+    const std::string got(found.substr(0, kMaxQuotedBytes));
     FailValidation("Expected close of " + std::string(name) + " element, got " + got + " instead");
 }
 
@@ -275,6 +284,9 @@ std::string_view XmlReader::ValueOf(const XmlAttribute& attribute) {
     if (attribute.is_plain) {
         return attribute.raw_value;
     }
+    // One byte that is not UTF-8 makes three.
+    attribute_charge_.RaiseTo(3 * attribute.raw_value.size());
+    const MemoryCharge copies(2 * attribute.raw_value.size());
     attribute_value_ =
         Pegasus::detail::RepairedUtf8(Resolved(Collapsed(Trimmed(attribute.raw_value))));
     return attribute_value_;
@@ -299,10 +311,12 @@ std::string_view XmlReader::ReadText() {
         return text;
     }
     if (token.kind == XmlToken::kText && text.find('&') != kNone) {
+        texts_charge_.Add(kTextCost + text.size());
         text = decoded_texts_.emplace_back(Resolved(text));
     }
     Advance();
     if (Pegasus::detail::FirstInvalidUtf8(text) != kNone) {
+        texts_charge_.Add(kTextCost + Pegasus::detail::RepairedUtf8Size(text));
         text = decoded_texts_.emplace_back(Pegasus::detail::RepairedUtf8(text));
     }
     return text;

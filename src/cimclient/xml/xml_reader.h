@@ -18,6 +18,7 @@
 #include <vector>
 
 #include "byte_buffer.h"
+#include "object_model/memory_budget.h"
 #include "reply_limits.h"
 
 namespace cimclient {
@@ -133,6 +134,7 @@ public:
     void ForgetTexts() {
         if (!decoded_texts_.empty()) {
             decoded_texts_.clear();
+            texts_charge_.Clear();
         }
     }
 
@@ -207,6 +209,11 @@ private:
     std::deque<std::string> kept_names_;  ///< of open elements whose text is forgotten
     std::string attribute_value_;
     std::deque<std::string> decoded_texts_;
+    // What all that takes of the reply's memory.
+    Pegasus::detail::MemoryCharge window_charge_;
+    Pegasus::detail::MemoryCharge names_charge_;
+    Pegasus::detail::MemoryCharge attribute_charge_;
+    Pegasus::detail::MemoryCharge texts_charge_;
 };
 
 /// The text with its references resolved; throws std::invalid_argument for a malformed one.

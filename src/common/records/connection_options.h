@@ -2,6 +2,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>
@@ -40,6 +41,12 @@ struct ConnectionOptions {
     /// SHA-256 fingerprints, in hexadecimal digits of either case, with or without colons: the
     /// host's certificate must have one of them. Only with HTTPS. Empty: not tested.
     std::vector<std::string> fingerprints;
+
+    /// A reply of the host, head and body, that is larger is refused (`FailureKind::kBadReply`).
+    /// Real ones stay under 20 MB. While one is read and its records are made, the object takes at
+    /// most 4 times as much memory and 32 MiB, the caller's records apart; a reply that would take
+    /// more is refused too.
+    std::size_t max_reply_bytes = 64UL * 1024 * 1024;
 
     /// Ends the object's work from any thread. With an empty handle Kalvex::Cancel alone does, and
     /// pauses run to their end.

@@ -13,7 +13,7 @@ constexpr const char* kBadLength =
     "CIMClientHTTPErrorException 400 [HTTP Error (400 Bad Request): Detail = \"Invalid "
     "Content-Length header detected\".]";
 constexpr const char* kTooLarge =
-    "CIMClientMalformedHTTPException [The reply is larger than 268435456 bytes.]";
+    "CIMClientMalformedHTTPException [The reply is larger than 67108864 bytes.]";
 
 class Framing : public wire::WireTest {
 protected:

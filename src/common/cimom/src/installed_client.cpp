@@ -1,5 +1,5 @@
 // An installed OpenPegasus: nothing beyond the API that every client offers. Cancelling and the
-// deadline take effect between its requests.
+// deadline take effect between its requests, and memory alone bounds its replies.
 #include "common/cimom/src/client_seam.h"
 #include "common/cimom/src/exception_causes.h"
 
