@@ -81,8 +81,12 @@ public:
     HeldSignals() {
         sigset_t held;
         sigemptyset(&held);
+        for (const int signal : kEndingSignals) {
+            sigaddset(&held, signal);
+        }
+        // First: one that were noted before it is held would interrupt nothing.
+        pthread_sigmask(SIG_BLOCK, &held, &mask_before_);
         for (std::size_t i = 0; i < std::size(kEndingSignals); ++i) {
-            sigaddset(&held, kEndingSignals[i]);
             struct sigaction note {};
             note.sa_handler = NoteSignal;
             sigaction(kEndingSignals[i], nullptr, &before_[i]);
@@ -91,7 +95,6 @@ public:
                 sigaction(kEndingSignals[i], &note, nullptr);
             }
         }
-        pthread_sigmask(SIG_BLOCK, &held, &mask_before_);
     }
     ~HeldSignals() {
         for (std::size_t i = 0; i < std::size(kEndingSignals); ++i) {
