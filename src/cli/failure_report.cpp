@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <ostream>
-#include <ranges>
 
 #include "cli/display_text.h"
 #include "inventory/failure_meanings.h"
@@ -48,7 +47,8 @@ void FailureReport::Add(const std::string& section, const std::vector<Zentar::Fa
 }
 
 void FailureReport::Write(std::ostream& out) const {
-    for (const Entry& entry : entries_ | std::views::take(kMostReported)) {
+    for (std::size_t i = 0; i < std::min(entries_.size(), kMostReported); ++i) {
+        const Entry& entry = entries_[i];
         out << "kalvex: " << DisplayText(Joined(entry.sections)) << ": "
             << DisplayText(entry.description) << "; " << entry.advice << '\n';
     }

@@ -6,30 +6,30 @@ namespace Pegasus::kalvex::detail {
 
 namespace {
 
-thread_local MemoryBudget* current = nullptr;
+thread_local MemoryBudget* innermost = nullptr;
 
 }  // namespace
 
-MemoryBudget::MemoryBudget(std::size_t allowed) : outer_(current), allowed_(allowed) {
-    current = this;
+MemoryBudget::MemoryBudget(std::size_t allowed) : outer_(innermost), allowed_(allowed) {
+    innermost = this;
 }
 
-MemoryBudget::~MemoryBudget() { current = outer_; }
+MemoryBudget::~MemoryBudget() { innermost = outer_; }
 
 void MemoryBudget::Take(std::size_t bytes) {
-    if (current == nullptr) {
+    if (innermost == nullptr) {
         return;
     }
-    if (bytes > current->allowed_ - current->taken_) {
+    if (bytes > innermost->allowed_ - innermost->taken_) {
         throw BudgetExceeded();
     }
-    current->taken_ += bytes;
+    innermost->taken_ += bytes;
 }
 
 void MemoryBudget::Give(std::size_t bytes) noexcept {
-    if (current != nullptr) {
+    if (innermost != nullptr) {
         // What was taken before the budget began may end while it lives.
-        current->taken_ -= std::min(bytes, current->taken_);
+        innermost->taken_ -= std::min(bytes, innermost->taken_);
     }
 }
 
