@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstring>
 #include <string_view>
 
 #include "Pegasus/Common/String.h"
@@ -23,10 +22,7 @@ private:
 class TextBytes {
 public:
     explicit TextBytes(char* to) : to_(to) {}
-    void Append(std::string_view text) {
-        std::memcpy(to_, text.data(), text.size());
-        to_ += text.size();
-    }
+    void Append(std::string_view text) { to_ += text.copy(to_, text.size()); }
 
 private:
     char* to_;
