@@ -1,24 +1,14 @@
 #include "client/host_words.h"
 
+#include "common/text/beginning.h"
+
 namespace cimclient {
 
 namespace {
 
-constexpr std::string_view kEllipsis = "\u2026";
+using Zentar::Beginning;
 
-/// At most so many bytes, without half a character at the end.
-std::string_view Beginning(std::string_view text, std::size_t most) {
-    if (text.size() <= most) {
-        return text;
-    }
-    const auto is_continuation = [&](std::size_t at) {
-        return (static_cast<unsigned char>(text[at]) & 0xC0U) == 0x80U;
-    };
-    while (most > 0 && is_continuation(most)) {
-        --most;
-    }
-    return text.substr(0, most);
-}
+constexpr std::string_view kEllipsis = "\u2026";
 
 }  // namespace
 

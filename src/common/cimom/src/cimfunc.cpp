@@ -9,6 +9,7 @@
 #include "common/cimom/src/host_access.h"
 #include "common/log/log_message.h"
 #include "common/platform/wipe.h"
+#include "common/text/beginning.h"
 
 namespace Zentar {
 
@@ -27,16 +28,9 @@ bool IsCimCase(std::int32_t connection_case) {
 }
 
 /// A host may give its classes names of any length, and each failure keeps a copy.
-std::string ShortName(std::string name) {
+std::string ShortName(const std::string& name) {
     constexpr std::size_t kMostBytes = 256;
-    if (name.size() <= kMostBytes) {
-        return name;
-    }
-    std::size_t end = kMostBytes;
-    while ((static_cast<unsigned char>(name[end]) & 0xC0U) == 0x80U) {
-        --end;  // half a character is none
-    }
-    return name.substr(0, end) + "\u2026";
+    return name.size() <= kMostBytes ? name : std::string(Beginning(name, kMostBytes)) + "\u2026";
 }
 
 /// What is asked of the host, as failures name it.
