@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <ostream>
 
-#include "cli/display_text.h"
 #include "inventory/failure_meanings.h"
+#include "outputs/text/display_text.h"
 
 namespace command {
+
+using outputs::DisplayText;
 
 namespace {
 
@@ -22,27 +24,36 @@ std::string Joined(const std::vector<std::string>& names) {
 }
 
 /// Failures of the same key are one. What ends all reading does so once, whatever was under way.
-std::string KeyOf(const Zentar::Failure& failure) {
-    const bool ends_all = failure.kind == Zentar::FailureKind::kCancelled ||
-                          failure.kind == Zentar::FailureKind::kDeadline;
-    return ends_all ? WordOf(failure.kind) : inventory::DescribeFailure(failure);
+std::string KeyOf(Zentar::FailureKind kind, const std::string& description) {
+    const bool ends_all =
+        kind == Zentar::FailureKind::kCancelled || kind == Zentar::FailureKind::kDeadline;
+    return ends_all ? WordOf(kind) : description;
 }
 
 }  // namespace
 
 void FailureReport::Add(const std::string& section, const std::vector<Zentar::Failure>& failures) {
     for (const Zentar::Failure& failure : failures) {
-        const std::string key = KeyOf(failure);
-        const auto [known, is_new] = places_.try_emplace(key, entries_.size());
-        if (is_new) {
-            entries_.push_back({inventory::DescribeFailure(failure),
-                                inventory::MeaningOf(failure.kind).advice,
-                                {}});
-        }
-        std::vector<std::string>& sections = entries_[known->second].sections;
-        if (std::ranges::count(sections, section) == 0) {
-            sections.push_back(section);
-        }
+        Add(section, failure.kind, inventory::DescribeFailure(failure));
+    }
+}
+
+void FailureReport::Add(const std::string& connecting, const inventory::Document& document) {
+    for (const inventory::DocumentFailure& failure : document.failures) {
+        Add(failure.section.empty() ? connecting : failure.section, failure.kind, failure.message);
+    }
+    dropped_ += document.dropped_failures;
+}
+
+void FailureReport::Add(const std::string& section, Zentar::FailureKind kind,
+                        const std::string& description) {
+    const auto [known, is_new] = places_.try_emplace(KeyOf(kind, description), entries_.size());
+    if (is_new) {
+        entries_.push_back({description, inventory::MeaningOf(kind).advice, {}});
+    }
+    std::vector<std::string>& sections = entries_[known->second].sections;
+    if (std::ranges::count(sections, section) == 0) {
+        sections.push_back(section);
     }
 }
 

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "common/records/failure.h"
+#include "inventory/document.h"
 
 namespace command {
 
@@ -18,14 +19,16 @@ public:
     /// Notes why a section failed, was read only in part, or was not asked for.
     void Add(const std::string& section, const std::vector<Zentar::Failure>& failures);
 
-    /// Notes that some were too many to be kept.
-    void AddDropped(std::uint64_t count) { dropped_ += count; }
+    /// The failures of a whole document; those of connecting as the given section's.
+    void Add(const std::string& connecting, const inventory::Document& document);
 
     /// One line per distinct failure: the sections it struck, what happened, what to try. Of many
     /// only the first are written, and how many more there are.
     void Write(std::ostream& out) const;
 
 private:
+    void Add(const std::string& section, Zentar::FailureKind kind, const std::string& description);
+
     struct Entry {
         std::string description;
         const char* advice;

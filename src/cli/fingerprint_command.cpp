@@ -4,13 +4,15 @@
 #include "cli/certificate_source.h"
 #include "cli/command_error.h"
 #include "cli/commands.h"
-#include "cli/display_text.h"
 #include "cli/failure_report.h"
 #include "cli/host_options.h"
 #include "cli/interruption.h"
 #include "cli/progress.h"
+#include "outputs/text/display_text.h"
 
 namespace command {
+
+using outputs::DisplayText;
 
 namespace {
 

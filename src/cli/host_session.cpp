@@ -87,6 +87,10 @@ std::string HostSession::Connecting() const {
     return "connecting to " + name() + " port " + std::to_string(port());
 }
 
+const char* HostSession::transport() const {
+    return options_.transport == Transport::kHttps ? "https" : "http";
+}
+
 void HostSession::StartSimulatedHost() {
     constexpr std::uint16_t kAnyPort = 0;
     server_ = command::StartSimulatedHost(options_.description_file, options_.transport, kAnyPort,
@@ -100,17 +104,19 @@ void HostSession::Connect(const std::string& password, bool shows_progress) {
     ConnectionInfo info = InfoOf(options_, password);
     ConnectionOptions connection = ConnectionOptionsOf(options_);
     connection.cancel = cancel_;
+    begun_ = std::chrono::steady_clock::now();
     host_ = std::make_unique<Zentar::Agentless::Kalvex>(info, connection);
     Zentar::Wipe(info.password);
     progress_->Hide();
-    connecting_failures_ = host_->TakeFailures().failures;
+    connecting_failures_ = host_->TakeFailures();
     CheckConnectionInfo();
 }
 
 void HostSession::CheckConnectionInfo() const {
-    const auto wrong = std::ranges::find(connecting_failures_,
-                                         Zentar::FailureKind::kBadConnectionInfo, &Failure::kind);
-    if (wrong != connecting_failures_.end()) {
+    const std::vector<Failure>& failures = connecting_failures_.failures;
+    const auto wrong =
+        std::ranges::find(failures, Zentar::FailureKind::kBadConnectionInfo, &Failure::kind);
+    if (wrong != failures.end()) {
         throw UsageError(inventory::DescribeFailure(*wrong) + "; " +
                          inventory::MeaningOf(wrong->kind).advice);
     }

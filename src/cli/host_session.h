@@ -1,6 +1,7 @@
 // A host that is ready to be read: the named one, or a simulated one that lives as long as this.
 #pragma once
 
+#include <chrono>
 #include <memory>
 #include <string>
 #include <vector>
@@ -35,11 +36,15 @@ public:
     Progress& progress() { return *progress_; }
     const Interruption& interruption() const { return *interruption_; }
     /// What connecting met; its consequences come up again in what is read.
-    const std::vector<Zentar::Failure>& connecting_failures() const { return connecting_failures_; }
+    const Zentar::FailureList& connecting_failures() const { return connecting_failures_; }
 
     /// Where the host is, the simulated one too.
     const std::string& name() const { return options_.host; }
     std::uint16_t port() const { return options_.PortOrDefault(); }
+    /// "http" or "https".
+    const char* transport() const;
+    /// When connecting began.
+    std::chrono::steady_clock::time_point begun() const { return begun_; }
     /// "connecting to HOST port N", as failures name it.
     std::string Connecting() const;
 
@@ -53,8 +58,9 @@ private:
     std::unique_ptr<Interruption> interruption_;
     std::unique_ptr<simhost::Server> server_;
     std::unique_ptr<Progress> progress_;
+    std::chrono::steady_clock::time_point begun_{};
     std::unique_ptr<Zentar::Agentless::Kalvex> host_;
-    std::vector<Zentar::Failure> connecting_failures_;
+    Zentar::FailureList connecting_failures_;
 };
 
 }  // namespace command

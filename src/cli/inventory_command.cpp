@@ -5,9 +5,10 @@
 #include "cli/commands.h"
 #include "cli/failure_report.h"
 #include "cli/host_session.h"
-#include "cli/inventory_run.h"
-#include "cli/printer.h"
 #include "cli/section_choice.h"
+#include "inventory/host_reading.h"
+#include "outputs/json/json_output.h"
+#include "outputs/text/text_output.h"
 
 namespace command {
 
@@ -27,6 +28,7 @@ struct InventoryOptions {
     LogOptions log;
     std::vector<std::string> sections;
     std::string format = "text";
+    bool is_strict = false;
 };
 
 /// "--simulated system" means the section: a file of that name is given as ./system.
@@ -37,23 +39,54 @@ void ResolveSectionAfterSimulated(InventoryOptions& options) {
     }
 }
 
+/// Whatever the reading gave, its status says.
+ExitStatus ExitStatusOf(inventory::Status status) {
+    switch (status) {
+        case inventory::Status::kOk:
+            return kExitDone;
+        case inventory::Status::kFailed:
+            return kExitNothing;
+        default:
+            return kExitPartly;
+    }
+}
+
+void Print(const inventory::Document& document, const std::string& format) {
+    if (format == "json") {
+        outputs::WriteJson(document, std::cout, outputs::JsonLayout::kIndented);
+        std::cout << std::endl;
+    } else {
+        outputs::WriteText(document, {}, std::cout);
+    }
+}
+
+inventory::Document Read(HostSession& session, const std::vector<inventory::Section>& sections,
+                         const InventoryOptions& options) {
+    inventory::HostReading reading(session.name(), session.port(), session.transport(),
+                                   session.begun());
+    reading.NoteConnecting(session.connecting_failures());
+    reading.Read(session.host(), sections, [&](const inventory::Section& section, auto number) {
+        session.progress().Show(std::string("reading ") + section.name + " (" +
+                                std::to_string(number) + " of " + std::to_string(sections.size()) +
+                                ")");
+    });
+    session.progress().Hide();
+    if (reading.RanOutOfMemory()) {
+        std::cerr << kTooLittleMemory;
+    }
+    return reading.Finish(options.is_strict);
+}
+
 int RunInventory(InventoryOptions& options) {
     ResolveSectionAfterSimulated(options);
     const std::vector<inventory::Section> sections = ChosenSections(options.sections);
     HostSession session(options.host, options.log);
-    const auto printer =
-        options.format == "json" ? MakeJsonPrinter(std::cout) : MakeTextPrinter(std::cout);
+    const inventory::Document document = Read(session, sections, options);
+    Print(document, options.format);
     FailureReport report;
-    report.Add(session.Connecting(), session.connecting_failures());
-    printer->Begin(session.name(), session.port(), session.connecting_failures());
-    InventoryRun run(session.host(), *printer, session.progress(), report);
-    run.Read(sections);
-    printer->End();
+    report.Add(session.Connecting(), document);
     report.Write(std::cerr);
-    if (run.RanOutOfMemory()) {
-        std::cerr << kTooLittleMemory;
-    }
-    return session.interruption().StatusOr(run.Status());
+    return session.interruption().StatusOr(ExitStatusOf(document.status));
 }
 
 }  // namespace
@@ -71,6 +104,8 @@ void AddInventoryCommand(CLI::App& program, int& exit_status) {
         ->check(CLI::IsMember({"text", "json"}).description(""))
         ->type_name("text|json")
         ->capture_default_str();
+    command->add_flag("--strict", options->is_strict,
+                      "Count as a failure what the host answers that it does not have");
     AddLogOptions(*command, options->log);
     command->footer(kInventoryExample);
     command->callback([options, &exit_status] { exit_status = RunInventory(*options); });

@@ -6,12 +6,13 @@
 
 #include "cli/command_error.h"
 #include "cli/commands.h"
-#include "cli/display_text.h"
 #include "cli/usage_mistake.h"
+#include "outputs/text/display_text.h"
 
 namespace {
 
 using namespace command;
+using outputs::DisplayText;
 
 constexpr const char* kExample =
     "Example:\n"

@@ -5,11 +5,13 @@
 #include <utility>
 
 #include "cli/command_error.h"
-#include "cli/display_text.h"
 #include "cli/password_file.h"
 #include "cli/terminal.h"
+#include "outputs/text/display_text.h"
 
 namespace command {
+
+using outputs::DisplayText;
 
 namespace {
 

@@ -9,9 +9,12 @@
 #include <new>
 #include <string_view>
 
-#include "cli/display_text.h"
+#include "outputs/text/display_text.h"
 
 namespace command {
+
+using outputs::DisplayText;
+using outputs::DisplayWidth;
 
 namespace {
 

@@ -56,7 +56,7 @@ int RunSupported(const SupportedOptions& options) {
     });
     if (is_unanswered) {
         FailureReport report;
-        report.Add(session.Connecting(), session.connecting_failures());
+        report.Add(session.Connecting(), session.connecting_failures().failures);
         report.Add("supported", failures);
         report.Write(std::cerr);
         return session.interruption().StatusOr(kExitNothing);

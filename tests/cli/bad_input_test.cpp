@@ -45,9 +45,9 @@ protected:
     }
 
     /// All was read but the ports, for the reason that one line with these parts tells.
-    void ExpectAllButPortsRead(const std::string& meaning, const std::string& remedy) {
+    void ExpectAllButPortsRead(int status, const std::string& meaning, const std::string& remedy) {
         const Finished finished = Inventory();
-        EXPECT_EQ(finished.status, 1);
+        EXPECT_EQ(finished.status, status);
         EXPECT_THAT(
             finished.out,
             AllOf(HasSubstr("Installed packages (2)"),
@@ -107,7 +107,8 @@ TEST_F(BadInput, WrongPasswordIsExplainedOnceForAllSections) {
     const auto lines = Explanations(finished);
     ASSERT_THAT(lines, SizeIs(1));
     EXPECT_EQ(lines[0],
-              "kalvex: system, os, packages, events, privileges, ports, ipv4, ipv6, pci: the host "
+              "kalvex: system, os, packages, events, privileges, ports, ipv4, ipv6, pci_devices, "
+              "pci_bridges, pci_slots: the host "
               "refused the user name or password, or the account lacks the CIM permission (HTTP "
               "Error (401 Unauthorized).); check --user and the password");
     EXPECT_THAT(finished.out + finished.err, Not(HasSubstr("wrong-secret")));
@@ -122,8 +123,8 @@ TEST_F(BadInput, WrongPasswordLeavesNothingReadWhicheverSectionIsAskedFor) {
         EXPECT_EQ(finished.status, 3) << section;
         const auto lines = Explanations(finished);
         ASSERT_THAT(lines, SizeIs(1)) << finished.err;
-        EXPECT_THAT(lines[0], testing::StartsWith("kalvex: " + std::string(section) +
-                                                  ": the host refused the user name or password"));
+        EXPECT_THAT(lines[0], AllOf(testing::StartsWith("kalvex: " + std::string(section)),
+                                    HasSubstr(": the host refused the user name or password")));
     }
 }
 
@@ -147,10 +148,10 @@ TEST_F(BadInput, WrongPasswordStillGivesACompleteJsonObject) {
     Serve(WithAccount());
     const Json sections =
         Sections({"--user", kUser, "--password-file", WriteFile("pw", "no\n")}, 3);
-    EXPECT_THAT(sections, SizeIs(9));
-    EXPECT_EQ(sections.at("packages"), Json::parse(R"({"result": 1, "records": []})"));
-    EXPECT_EQ(sections.at("pci"), Json::parse(R"({"result": 1, "devices": [], "bridges": [],
-                                                  "slots": []})"));
+    EXPECT_THAT(sections, SizeIs(11));
+    EXPECT_EQ(sections.at("system").at("status"), "failed");
+    EXPECT_EQ(sections.at("packages"), Json::parse(R"({"status": "skipped", "records": []})"));
+    EXPECT_EQ(sections.at("pci_slots"), Json::parse(R"({"status": "skipped", "records": []})"));
 }
 
 TEST_F(BadInput, HtmlPageIsNotACimServer) {
@@ -215,7 +216,7 @@ TEST_F(BadInput, OverloadedHostIsExplained) {
 
 TEST_F(BadInput, WhatIsReadBesideAMissingClassIsPrinted) {
     Serve(WithoutClass("root/cimv2", "VMware_EthernetPort"));
-    ExpectAllButPortsRead("the host does not have this kind of inventory: the class is unknown",
+    ExpectAllButPortsRead(0, "the host does not have this kind of inventory: the class is unknown",
                           "install the CIM provider");
 }
 
@@ -224,23 +225,27 @@ TEST_F(BadInput, WhatIsReadBesideAReplyCutInHalfIsPrinted) {
     Fault cut = Faults::Truncate(700);
     cut.only_class = "VMware_EthernetPort";
     Server().InjectFault(cut);
-    ExpectAllButPortsRead("the host's reply is damaged", "try again");
+    ExpectAllButPortsRead(1, "the host's reply is damaged", "try again");
 }
 
-TEST_F(BadInput, AFailedSectionHasResultOneInJson) {
+TEST_F(BadInput, WhatTheHostDoesNotHaveIsMarkedAndIsAFailureOnlyWhenStrict) {
     Serve(WithoutClass("root/cimv2", "VMware_EthernetPort"));
-    const Json sections = Sections({}, 1);
-    EXPECT_EQ(sections.at("ports"), Json::parse(R"({"result": 1, "records": []})"));
-    EXPECT_EQ(sections.at("ipv6"), Json::parse(R"({"result": 0, "records": []})"));
+    const Json document = Document({});
+    EXPECT_EQ(document.at("status"), "ok");
+    const Json& sections = document.at("sections");
+    EXPECT_EQ(sections.at("ports"), Json::parse(R"({"status": "unavailable", "records": []})"));
+    EXPECT_EQ(sections.at("ipv6"), Json::parse(R"({"status": "ok", "records": []})"));
+    EXPECT_EQ(document.at("failures").at(0).at("section"), "ports");
+    EXPECT_EQ(Document({"--strict"}, 1).at("status"), "partial");
 }
 
 TEST_F(BadInput, APciListThatFailedDoesNotLookLikeAnEmptyOne) {
     Serve(WithoutClass("root/ibmsd", "IBMSG_SystemSlot"));
     const Finished finished = Inventory({"pci"});
-    EXPECT_EQ(finished.status, 1);
+    EXPECT_EQ(finished.status, 0);
     EXPECT_THAT(finished.out, AllOf(HasSubstr("PCI devices (1)"),
                                     HasSubstr("System slots\n============\nCould not be read: ")));
-    EXPECT_EQ(Sections({"pci"}, 1).at("pci").at("result"), 1);
+    EXPECT_EQ(Sections({"pci"}).at("pci_slots").at("status"), "unavailable");
 }
 
 TEST_F(BadInput, HostWithoutTheHardwareNamespaceIsReadInPart) {

@@ -1,26 +1,17 @@
 // What the command says about failures, and how it goes on after them.
 #include <gmock/gmock.h>
 
-#include <new>
-#include <nlohmann/json.hpp>
 #include <sstream>
 
 #include "cli/failure_report.h"
-#include "cli/inventory_run.h"
 #include "cli/loopback.h"
-#include "module/exsi/kalvex.h"
 
 namespace {
 
 using namespace command;
-using inventory::Section;
-using inventory::SectionContent;
-using inventory::Shape;
-using inventory::Table;
 using Zentar::Failure;
 using Zentar::FailureKind;
 using Zentar::FailurePhase;
-using Zentar::Agentless::Kalvex;
 
 Failure Of(FailureKind kind, const char* text, const char* class_name) {
     Failure failure;
@@ -67,7 +58,9 @@ TEST(FailureReport, SaysWhatWasUnderWay) {
 TEST(FailureReport, SaysThatSomeWereTooMany) {
     FailureReport report;
     EXPECT_EQ(Written(report), "");
-    report.AddDropped(7);
+    inventory::Document document;
+    document.dropped_failures = 7;
+    report.Add("connecting", document);
     EXPECT_EQ(Written(report), "kalvex: 7 more failures were too many to be kept\n");
 }
 
@@ -105,40 +98,6 @@ TEST(Loopback, IsThisMachineAlone) {
          {"128.0.0.1", "10.127.0.1", "::2", "localhost.example.com", "esx", ""}) {
         EXPECT_FALSE(IsLoopback(host)) << host;
     }
-}
-
-SectionContent OneThing(Kalvex* host) {
-    Table table{{"record", "Thing", Shape::kOneRecord}, {{"name_", "Name"}}, {{"read"}}};
-    if (host == nullptr) {
-        table.rows = {{""}};
-    }
-    return {host == nullptr ? 1 : 0, {table}};
-}
-
-SectionContent TooMuch(Kalvex* host) {
-    if (host != nullptr) {
-        throw std::bad_alloc();
-    }
-    return OneThing(host);
-}
-
-TEST(InventoryRun, PrintsWhatWasReadBeforeMemoryRanOut) {
-    Kalvex nowhere({}, {});
-    std::ostringstream out;
-    const auto printer = MakeJsonPrinter(out);
-    Progress progress("host", false);
-    FailureReport report;
-    InventoryRun run(nowhere, *printer, progress, report);
-    printer->Begin("host", 1, {});
-    run.Read({{"first", OneThing}, {"second", TooMuch}, {"third", OneThing}});
-    printer->End();
-    const auto sections = nlohmann::json::parse(out.str()).at("sections");
-    EXPECT_EQ(sections.at("first").at("result"), 0);
-    EXPECT_EQ(sections.at("first").at("record").at("name_"), "read");
-    EXPECT_EQ(sections.at("second").at("result"), 1);
-    EXPECT_EQ(sections.at("third").at("record").at("name_"), "");
-    EXPECT_TRUE(run.RanOutOfMemory());
-    EXPECT_EQ(run.Status(), kExitNothing);
 }
 
 }  // namespace

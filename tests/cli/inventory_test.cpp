@@ -34,17 +34,19 @@ TEST_F(InventoryCommand, JsonHoldsEveryFieldOfEverySection) {
     const Finished finished = Inventory({"--format", "json"});
     EXPECT_EQ(finished.status, 0);
     EXPECT_EQ(finished.err, "");
-    const Json expected = {
-        {"host", "127.0.0.1"},
-        {"port", Server().port()},
-        {"sections", Json::parse(ReadFile(TestData("small-host.sections.json")))},
-        {"failures", Json::array()}};
-    EXPECT_EQ(finished.out.substr(0, finished.out.size() - 1), [&] {
-        std::string text = expected.dump(2);
-        // The one character that the command escapes beyond what JSON demands.
-        const std::string c1 = "\u009B";
-        return text.replace(text.find(c1), c1.size(), "\\u009b");
-    }());
+    const Json document = Json::parse(finished.out);
+    EXPECT_THAT(KeysOf(document),
+                ElementsAre("schema", "kalvex", "host", "port", "transport", "started_at",
+                            "seconds", "status", "sections", "failures"));
+    EXPECT_EQ(document.at("schema"), "kalvex/1");
+    EXPECT_EQ(document.at("host"), "127.0.0.1");
+    EXPECT_EQ(document.at("port"), Server().port());
+    EXPECT_EQ(document.at("transport"), "http");
+    EXPECT_EQ(document.at("status"), "ok");
+    EXPECT_EQ(document.at("sections").dump(2) + '\n',
+              ReadFile(TestData("small-host.sections.json")));
+    EXPECT_EQ(document.at("failures"), Json::array());
+    EXPECT_THAT(finished.out, HasSubstr("\\u009b")) << "drives terminals";
 }
 
 TEST_F(InventoryCommand, TextIsHeadedAlignedAndSafe) {
@@ -67,13 +69,15 @@ TEST_F(InventoryCommand, OverHttpsWithAnAccountIsTheSame) {
 
 TEST_F(InventoryCommand, SectionsComeInTheirFixedOrderWithPciLast) {
     Serve();
-    EXPECT_THAT(KeysOf(Sections({"pci", "ipv4", "system"})), ElementsAre("system", "ipv4", "pci"));
+    EXPECT_THAT(KeysOf(Sections({"pci", "ipv4", "system"})),
+                ElementsAre("system", "ipv4", "pci_devices", "pci_bridges", "pci_slots"));
 }
 
 TEST_F(InventoryCommand, AllSectionsAreReadByDefault) {
     Serve();
-    EXPECT_THAT(KeysOf(Sections()), ElementsAre("system", "os", "packages", "events", "privileges",
-                                                "ports", "ipv4", "ipv6", "pci"));
+    EXPECT_THAT(KeysOf(Sections()),
+                ElementsAre("system", "os", "packages", "events", "privileges", "ports", "ipv4",
+                            "ipv6", "pci_devices", "pci_bridges", "pci_slots"));
 }
 
 TEST_F(InventoryCommand, OnlyTheNamedSectionsAreAskedFor) {
@@ -107,19 +111,19 @@ TEST_F(InventoryCommand, SimulatedReadsTheBuiltInHostOverHttps) {
     EXPECT_GT(inventory.at("port"), 0);
     const Json& sections = inventory.at("sections");
     for (const auto& [name, section] : sections.items()) {
-        EXPECT_EQ(section.at("result"), 0) << name;
+        EXPECT_EQ(section.at("status"), "ok") << name;
     }
-    EXPECT_NE(sections.at("system").at("record").at("serial_number_"), "");
-    EXPECT_NE(sections.at("os").at("record").at("build_number"), "");
+    EXPECT_NE(sections.at("system").at("record").at("serial_number"), nullptr);
+    EXPECT_NE(sections.at("os").at("record").at("build_number"), nullptr);
     EXPECT_THAT(sections.at("packages").at("records"), SizeIs(testing::Gt(100U)));
     EXPECT_THAT(sections.at("events").at("records"), SizeIs(300));
     EXPECT_THAT(sections.at("privileges").at("records"), SizeIs(12));
     EXPECT_THAT(sections.at("ports").at("records"), SizeIs(4));
     EXPECT_THAT(sections.at("ipv4").at("records"), SizeIs(2));
     EXPECT_THAT(sections.at("ipv6").at("records"), SizeIs(2));
-    EXPECT_THAT(sections.at("pci").at("devices"), SizeIs(40));
-    EXPECT_THAT(sections.at("pci").at("bridges"), SizeIs(16));
-    EXPECT_THAT(sections.at("pci").at("slots"), SizeIs(8));
+    EXPECT_THAT(sections.at("pci_devices").at("records"), SizeIs(40));
+    EXPECT_THAT(sections.at("pci_bridges").at("records"), SizeIs(16));
+    EXPECT_THAT(sections.at("pci_slots").at("records"), SizeIs(8));
 }
 
 TEST_F(InventoryCommand, SimulatedTextShowsWideTextsAndCounts) {
@@ -134,7 +138,7 @@ TEST_F(InventoryCommand, SimulatedReadsADescribedHostByEitherTransport) {
         const Finished finished = Run({"inventory", "os", "--simulated",
                                        TestData("small-host.json"), "--transport", transport});
         EXPECT_EQ(finished.status, 0) << finished.err;
-        EXPECT_THAT(finished.out, HasSubstr("Build number  14320388\n"));
+        EXPECT_THAT(finished.out, HasSubstr("  14320388\n"));
     }
 }
 
@@ -149,7 +153,7 @@ TEST_F(InventoryCommand, NoSuchPropertyIsADash) {
     host["namespaces"]["root/cimv2"]["classes"]["OMC_Chassis"]["instances"][0].erase("Version");
     Serve(host);
     EXPECT_THAT(Inventory({"system"}).out, HasSubstr("Version        -\n"));
-    EXPECT_EQ(Sections({"system"}).at("system").at("record").at("version_"), "");
+    EXPECT_EQ(Sections({"system"}).at("system").at("record").at("version"), nullptr);
 }
 
 TEST_F(InventoryCommand, AHugeValueAmongThousandsOfRowsIsShortenedAsTextAndWholeInJson) {
@@ -181,12 +185,11 @@ TEST_F(InventoryCommand, LogGoesToStandardErrorAtTheLevelAskedFor) {
 
 TEST_F(InventoryCommand, StandardOutputCarriesTheInventoryAloneHoweverMuchIsLogged) {
     Serve();
-    for (const char* format : {"text", "json"}) {
-        const Finished loud = Inventory({"--format", format, "--log-level", "4"});
-        EXPECT_EQ(loud.status, 0);
-        EXPECT_NE(loud.err, "");
-        EXPECT_EQ(loud.out, Inventory({"--format", format, "--log-level", "0"}).out);
-    }
+    const Finished loud = Inventory({"--log-level", "4"});
+    EXPECT_EQ(loud.status, 0);
+    EXPECT_NE(loud.err, "");
+    EXPECT_EQ(loud.out, Inventory({"--log-level", "0"}).out);
+    EXPECT_EQ(Sections({"--log-level", "4"}), Sections({"--log-level", "0"}));
 }
 
 TEST_F(InventoryCommand, LogGoesToAFileInstead) {

@@ -4,4 +4,6 @@
 
 #include <Pegasus/Client/CIMClient.h>
 
+#include <boost/pfr/tuple_size.hpp>  // has some of the names itself
+
 #pragma GCC poison kalvex detail utf8 FromUtf8 Unchecked

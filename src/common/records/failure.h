@@ -51,6 +51,8 @@ struct Failure {
     std::string name_space;   ///< the CIM namespace that was addressed; may be empty
     std::string class_name;   ///< the class asked for: enumerated, or associated; may be empty
     std::string association;  ///< the association class of "Associators"
+    /// Of "Associators": the class of the object whose associated objects were asked for.
+    std::string source_class;
     std::string text;         ///< the reason in words, in part the host's; UTF-8, may be empty
     /// False when nothing was asked of the host any more: it was given up, for the reason that the
     /// other fields repeat, or the caller had cancelled, or the deadline had passed.

@@ -2,7 +2,10 @@
 
 #include "common/log/log_message.h"
 #include "module/exsi/kalvex_cim.h"
-#include "module/exsi/result_dump.h"
+#include "module/exsi/list_query.h"
+#include "schema/host_kinds.h"
+#include "schema/network_kinds.h"
+#include "schema/pci_kinds.h"
 
 namespace Zentar::Agentless {
 
@@ -16,24 +19,24 @@ int Fail(const char* message) {
 }
 
 /// One message per field, each tested against the level on its own.
-template <class Record>
-void LogRecord(const Record& record, RecordDump<Record> dump) {
-    constexpr unsigned kLevel = 3;
-    for (const LabelledField<Record>& field : dump) {
+template <class Record, std::size_t count>
+void LogRecord(const schema::KindOf<Record, count>& kind, const Record& record) {
+    kind.ForEachLogged(record, [](const char* label, const auto& write_value) {
+        constexpr unsigned kLevel = 3;
         if (Log::GetMinLogLevel() >= kLevel) {
             Log message(kLevel, __FILE__, __LINE__);
-            message.Stream() << field.label;
-            field.write(message.Stream(), record);
+            message.Stream() << label;
+            write_value(message.Stream());
         }
-    }
+    });
 }
 
-template <class Record>
-void LogRecords(const char* count_label, const std::vector<Record>& records,
-                RecordDump<Record> dump) {
+template <class Record, std::size_t count>
+void LogRecords(const char* count_label, const schema::KindOf<Record, count>& kind,
+                const std::vector<Record>& records) {
     ZENTAR_LOG(3) << count_label << records.size();
     for (const Record& record : records) {
-        LogRecord(record, dump);
+        LogRecord(kind, record);
     }
 }
 
@@ -66,7 +69,7 @@ int Kalvex::GetComputerSystem(ZentarAgentless::ComputerSystem& record) {
     if (worker_->GetComputerSystem(record) != kOk) {
         return Fail("EnumerateInstances OMC_Chassis Failed!");
     }
-    LogRecord(record, kComputerSystemDump);
+    LogRecord(schema::kSystem, record);
     return kOk;
 }
 
@@ -74,7 +77,7 @@ int Kalvex::GetEthernetPorts(std::vector<ZentarAgentless::PhysicalPort>& ports) 
     if (worker_->GetEthernetPorts(ports) != kOk) {
         return Fail("EnumerateInstances VMware_EthernetPort Failed!");
     }
-    LogRecords("The size of VMware_EthernetPort log is:", ports, kPhysicalPortDump);
+    LogRecords("The size of VMware_EthernetPort log is:", schema::kPorts, ports);
     return kOk;
 }
 
@@ -88,7 +91,7 @@ int Kalvex::GetIPProtocolInfo(std::vector<ZTEXSI::IPProtocolData>& endpoints, in
     if (read() != kOk) {
         return Fail("EnumerateInstances IPProtocol Failed!");
     }
-    LogRecords("The size of IPProtocol log is:", endpoints, kIPProtocolDump);
+    LogRecords("The size of IPProtocol log is:", schema::kIPv4Endpoints, endpoints);
     return kOk;
 }
 
@@ -96,7 +99,7 @@ int Kalvex::GetInstalledPackages(std::vector<ZentarAgentless::InstalledPackage>&
     if (worker_->GetInstalledPackages(packages) != kOk) {
         return Fail("EnumerateInstances InstalledPackages Failed!");
     }
-    LogRecords("The size of InstalledPackages log is:", packages, kInstalledPackageDump);
+    LogRecords("The size of InstalledPackages log is:", schema::kPackages, packages);
     return kOk;
 }
 
@@ -104,7 +107,7 @@ int Kalvex::GetIpmiRecord(std::vector<ZentarAgentless::IPMIEVENT>& events) {
     if (worker_->GetIpmiRecord(events) != kOk) {
         return Fail("EnumerateInstances OMC_IpmiLogRecord Failed!");
     }
-    LogRecords("The size of OMC_IpmiLogRecord log is:", events, kIpmiEventDump);
+    LogRecords("The size of OMC_IpmiLogRecord log is:", schema::kEvents, events);
     return kOk;
 }
 
@@ -113,7 +116,7 @@ int Kalvex::GetOperationSystem(ZTEXSI::OperationSystem& record) {
     if (worker_->GetOperationSystem(record) != kOk) {
         return Fail("EnumerateInstances VMware_HypervisorSoftwareIdentity Failed!");
     }
-    LogRecord(record, kOperationSystemDump);
+    LogRecord(schema::kOs, record);
     return kOk;
 }
 
@@ -121,9 +124,9 @@ int Kalvex::GetPCIInfo(Pciinventory::Pciinfo& info) {
     if (worker_->GetPCIInfo(info) != kOk) {
         return Fail("EnumerateInstances Failed!");
     }
-    LogRecords("The size of PCIDevice is:", info.devices_, kPciDeviceDump);
-    LogRecords("The size of Bridge is:", info.bridges_, kPciBridgeDump);
-    LogRecords("The size of Slot is:", info.slots_, kSystemSlotDump);
+    LogRecords("The size of PCIDevice is:", schema::kPciDevices, info.devices_);
+    LogRecords("The size of Bridge is:", schema::kPciBridges, info.bridges_);
+    LogRecords("The size of Slot is:", schema::kPciSlots, info.slots_);
     return kOk;
 }
 
@@ -131,7 +134,7 @@ int Kalvex::GetVMwarePrivilege(std::vector<ZTEXSI::VMwarePrivilegeData>& privile
     if (worker_->GetVMwarePrivilege(privileges) != kOk) {
         return Fail("EnumerateInstances VMware_Privilege Failed!");
     }
-    LogRecords("The size of VMwarePrivilege log is:", privileges, kPrivilegeDump);
+    LogRecords("The size of VMwarePrivilege log is:", schema::kPrivileges, privileges);
     return kOk;
 }
 

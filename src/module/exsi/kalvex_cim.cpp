@@ -8,8 +8,10 @@
 #include "common/log/log_message.h"
 #include "common/platform/wipe.h"
 #include "module/exsi/identifying_info.h"
-#include "module/exsi/pci_tables.h"
-#include "module/exsi/table_queries.h"
+#include "module/exsi/list_query.h"
+#include "schema/host_kinds.h"
+#include "schema/network_kinds.h"
+#include "schema/pci_kinds.h"
 
 namespace Zentar::Agentless {
 
@@ -23,6 +25,25 @@ using ZentarAgentless::ComputerSystem;
 /// A host may send millions of rows, and reading them takes seconds. A list as long as real hosts
 /// have it is read to its end.
 constexpr Uint32 kRowsBetweenLooksAtTheClock = 1024;
+
+constexpr ListQuery kPackages{"Calling KalvexCim::GetInstalledPackages",
+                              "EnumerateInstances VMware_ComponentSoftwareIdentity Failed!"};
+constexpr ListQuery kIpmiRecords{"Calling KalvexCim::GetIpmiRecord",
+                                 "EnumerateInstances OMC_IpmiLogRecord Failed!"};
+constexpr ListQuery kPrivileges{"Calling KalvexCim::GetVMwarePrivilege",
+                                "EnumerateInstances VMwarePrivilegeCim Failed!"};
+constexpr ListQuery kEthernetPorts{"Calling KalvexCim::GetEthernetPorts",
+                                   "EnumerateInstances VMware_EthernetPort Failed!"};
+constexpr ListQuery kIPv4Endpoints{"Calling KalvexCim::GetIPv4ProtocolInfo",
+                                   "EnumerateInstances VMware_KernelIPv4ProtocolEndpoint Failed!"};
+constexpr ListQuery kIPv6Endpoints{"Calling KalvexCim::GetIPv6ProtocolInfo",
+                                   "EnumerateInstances VMware_KernelIPv6ProtocolEndpoint Failed!"};
+constexpr ListQuery kPciDevices{"Calling KalvexCim::GetPCIDevice",
+                                "EnumerateInstances IBMSG_PCIDevice Failed!"};
+constexpr ListQuery kPciBridges{"Calling KalvexCim::GetPCIBridge",
+                                "EnumerateInstances IBMSG_PCIBridge Failed!"};
+constexpr ListQuery kSystemSlots{"Calling KalvexCim::GetSystemSlot",
+                                 "EnumerateInstances IBMSG_SystemSlot Failed!"};
 
 /// A connection is absent when memory ran out while it was being replaced.
 int Enumerate(const char* class_name, CimConnection* connection, Instances& instances) {
@@ -43,16 +64,45 @@ int Associate(const Pegasus::CIMObjectPath& source, const char* association, con
                                       Pegasus::CIMName(result), *connection, objects);
 }
 
-/// The first instance's properties of the given names; empty texts where there is none.
-template <std::size_t count>
-void ReadFirst(const Instances& instances, const char* const (&names)[count],
-               PropertyMap& properties, HostAccess& access) {
-    properties.clear();
-    for (const char* name : names) {
-        properties[name] = "";
+/// The rows' texts of one class, by the names of its properties.
+class WantedTexts {
+public:
+    /// `texts` gets an entry for each row that is a property of the kind's own class.
+    WantedTexts(std::span<const schema::Field> rows, PropertyMap& texts) {
+        for (const schema::Field& row : rows) {
+            const bool is_own = row.source == schema::Source::kProperty && *row.class_name == '\0';
+            texts_.push_back(is_own ? &texts[row.property] : nullptr);
+        }
     }
+
+    void Clear() {
+        for (std::string* text : texts_) {
+            if (text != nullptr) {
+                text->clear();
+            }
+        }
+    }
+
+    /// Null for a row that is none.
+    std::span<std::string* const> texts() const { return texts_; }
+
+private:
+    std::vector<std::string*> texts_;
+};
+
+/// Fills the rows of the kind's own class from its first instance; empty texts where there is none.
+template <class Record, std::size_t count>
+void ReadFirst(const Instances& instances, const schema::KindOf<Record, count>& kind,
+               Record& record, HostAccess& access) {
+    PropertyMap properties;
+    const WantedTexts wanted(kind.all_fields(), properties);
     if (instances.size() > 0) {
         GetPropertiesFromInstance(instances[0], properties, &access);
+    }
+    for (std::size_t row = 0; row < count; ++row) {
+        if (std::string* const text = wanted.texts()[row]) {
+            kind.Store(row, std::move(*text), record);
+        }
     }
 }
 
@@ -165,9 +215,7 @@ int KalvexCim::GetComputerSystem(ComputerSystem& record) {
 }
 
 void KalvexCim::ReadChassis(const Instances& chassis, ComputerSystem& record) {
-    ReadFirst(chassis, {"Manufacturer", "Version"}, properties_, *access_);
-    record.manufacturer_ = properties_["Manufacturer"];
-    record.version_ = properties_["Version"];
+    ReadFirst(chassis, schema::kSystem, record, *access_);
     ZENTAR_LOG(4) << "==========Manufacturer is : ============" << record.manufacturer_;
     ZENTAR_LOG(4) << "==========Version is : ============" << record.version_;
 }
@@ -179,14 +227,7 @@ int KalvexCim::GetOperationSystem(ZTEXSI::OperationSystem& record) {
         ZENTAR_LOG(4) << "EnumerateInstances VMware_HypervisorSoftwareIdentity Failed!";
         return kCimFailed;
     }
-    ReadFirst(hypervisors,
-              {"VersionString", "Name", "Manufacturer", "LargeBuildNumber", "LastStartTime"},
-              properties_, *access_);
-    record.version_string = properties_["VersionString"];
-    record.name = properties_["Name"];
-    record.manufacturer = properties_["Manufacturer"];
-    record.build_number = properties_["LargeBuildNumber"];
-    record.last_start_time = properties_["LastStartTime"];
+    ReadFirst(hypervisors, schema::kOs, record, *access_);
     return kCimOk;
 }
 
@@ -208,91 +249,85 @@ bool KalvexCim::MustStop(const char* class_name) {
     return true;
 }
 
-/// Appends one record per instance; `complete` finishes each record before it is appended.
-template <class Record, class Complete>
-int KalvexCim::ReadTable(const TableQuery<Record>& query, std::vector<Record>& records,
-                         Complete complete) {
+int KalvexCim::ReadList(const ListQuery& query, RowSink& sink) {
     ZENTAR_LOG(4) << query.trace;
+    const char* const class_name = sink.kind().class_name;
     Instances instances;
-    if (Enumerate(query.class_name, cimv2_connection_, instances) != kCimOk) {
+    if (Enumerate(class_name, cimv2_connection_, instances) != kCimOk) {
         ZENTAR_LOG(4) << query.failure;
         return kCimFailed;
     }
-    ZENTAR_LOG(4) << query.class_name << " instances :" << instances.size();
+    ZENTAR_LOG(4) << class_name << " instances :" << instances.size();
     PropertyMap properties;
-    std::vector<std::string*> texts;  // of the columns, in `properties`
-    for (const Column<Record>& column : query.columns) {
-        texts.push_back(&properties[column.property]);
-    }
+    WantedTexts wanted(sink.rows(), properties);
     PropertyReader reader(properties, access_.get());
-    records.reserve(records.size() + instances.size());
+    sink.Expect(instances.size());
     for (Uint32 i = 0; i < instances.size(); ++i) {
-        if (i > 0 && i % kRowsBetweenLooksAtTheClock == 0 && MustStop(query.class_name)) {
+        if (i > 0 && i % kRowsBetweenLooksAtTheClock == 0 && MustStop(class_name)) {
             ZENTAR_LOG(4) << query.failure;
             return kCimFailed;
         }
-        for (std::string* text : texts) {
-            text->clear();
-        }
+        wanted.Clear();
         reader.Read(instances[i]);
-        Record record;
-        for (std::size_t c = 0; c < texts.size(); ++c) {
-            if (query.columns[c].store != nullptr) {
-                query.columns[c].store(record, std::move(*texts[c]));
-            }
-        }
-        complete(instances[i], record);
-        records.push_back(std::move(record));
+        sink.Add(wanted.texts(), instances[i]);
         instances[i] = Pegasus::CIMInstance();  // released while it is in the processor's caches
     }
     return kCimOk;
 }
 
-template <class Record>
-int KalvexCim::ReadTable(const TableQuery<Record>& query, std::vector<Record>& records) {
-    return ReadTable(query, records, [](const Pegasus::CIMInstance&, Record&) {});
+namespace {
+
+template <class Record, std::size_t count, class Complete = NothingMore>
+int Read(KalvexCim& worker, const ListQuery& query, const schema::KindOf<Record, count>& kind,
+         std::vector<Record>& records, Complete complete = {}) {
+    RecordSink sink(kind, records, complete);
+    return worker.ReadList(query, sink);
 }
 
+}  // namespace
+
 int KalvexCim::GetInstalledPackages(std::vector<ZentarAgentless::InstalledPackage>& packages) {
-    return ReadTable(kInstalledPackages, packages);
+    return Read(*this, kPackages, schema::kPackages, packages);
 }
 
 int KalvexCim::GetIpmiRecord(std::vector<ZentarAgentless::IPMIEVENT>& events) {
-    return ReadTable(kIpmiRecords, events);
+    return Read(*this, kIpmiRecords, schema::kEvents, events);
 }
 
 int KalvexCim::GetVMwarePrivilege(std::vector<ZTEXSI::VMwarePrivilegeData>& privileges) {
-    return ReadTable(kPrivileges, privileges);
+    return Read(*this, kPrivileges, schema::kPrivileges, privileges);
 }
 
 int KalvexCim::GetEthernetPorts(std::vector<ZentarAgentless::PhysicalPort>& ports) {
-    return ReadTable(kEthernetPorts, ports);
+    return Read(*this, kEthernetPorts, schema::kPorts, ports);
 }
 
 int KalvexCim::GetIPv4ProtocolInfo(std::vector<ZTEXSI::IPProtocolData>& endpoints) {
-    return ReadTable(kIPv4Endpoints, endpoints);
+    return Read(*this, kIPv4Endpoints, schema::kIPv4Endpoints, endpoints);
 }
 
 int KalvexCim::GetIPv6ProtocolInfo(std::vector<ZTEXSI::IPProtocolData>& endpoints) {
-    return ReadTable(kIPv6Endpoints, endpoints);
+    return Read(*this, kIPv6Endpoints, schema::kIPv6Endpoints, endpoints);
 }
 
 int KalvexCim::GetPCIDevice(std::vector<Pciinventory::PCIDevice>& devices) {
-    return ReadTable(kPciDevices, devices, [this](auto& instance, Pciinventory::PCIDevice& device) {
-        ParseClassCode(device.class_code_);
-        RetrieveSlotAllInfo(instance, device.slot_all_info_);
-    });
+    return Read(*this, kPciDevices, schema::kPciDevices, devices,
+                [this](auto& instance, auto& device) {
+                    ParseClassCode(device.class_code_);
+                    RetrieveSlotAllInfo(instance, device.slot_all_info_);
+                });
 }
 
 int KalvexCim::GetPCIBridge(std::vector<Pciinventory::PCIBridge>& bridges) {
-    return ReadTable(kPciBridges, bridges, [this](auto& instance, Pciinventory::PCIBridge& bridge) {
-        ParseClassCode(bridge.class_code_);
-        RetrieveSlotAllInfo(instance, bridge.slot_all_info_);
-    });
+    return Read(*this, kPciBridges, schema::kPciBridges, bridges,
+                [this](auto& instance, auto& bridge) {
+                    ParseClassCode(bridge.class_code_);
+                    RetrieveSlotAllInfo(instance, bridge.slot_all_info_);
+                });
 }
 
 int KalvexCim::GetSystemSlot(std::vector<Pciinventory::SystemSlot>& slots) {
-    return ReadTable(kSystemSlots, slots);
+    return Read(*this, kSystemSlots, schema::kPciSlots, slots);
 }
 
 int KalvexCim::GetPCIInfo(Pciinventory::Pciinfo& info) {
@@ -314,7 +349,7 @@ int KalvexCim::GetPCIInfo(Pciinventory::Pciinfo& info) {
 
 void KalvexCim::ParseClassCode(std::string& code) {
     try {
-        if (const auto word = PciBaseClassWord(code)) {
+        if (const auto word = schema::PciBaseClassWord(code)) {
             code = *word;
         }
     } catch (const std::exception& e) {

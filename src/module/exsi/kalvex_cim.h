@@ -23,8 +23,8 @@ class HostAccess;
 
 namespace Zentar::Agentless {
 
-template <class Record>
-struct TableQuery;
+struct ListQuery;
+class RowSink;
 
 /// Holds two connections to the host and a scratch map of properties that all queries share, so an
 /// object must not be used from two threads at once. Queries block for their network exchanges,
@@ -62,6 +62,8 @@ public:
     int GetEthernetPorts(std::vector<ZentarAgentless::PhysicalPort>& ports);
     int GetIPv4ProtocolInfo(std::vector<ZTEXSI::IPProtocolData>& endpoints);
     int GetIPv6ProtocolInfo(std::vector<ZTEXSI::IPProtocolData>& endpoints);
+    /// Any list of "root/cimv2": gives the sink a row for each instance of its kind's class.
+    int ReadList(const ListQuery& query, RowSink& sink);
 
     int GetPCIDevice(std::vector<Pciinventory::PCIDevice>& devices);
     int GetPCIBridge(std::vector<Pciinventory::PCIBridge>& bridges);
@@ -85,11 +87,6 @@ private:
 
     /// Whether to leave the rest of a class's instances alone, which is then noted.
     bool MustStop(const char* class_name);
-
-    template <class Record, class Complete>
-    int ReadTable(const TableQuery<Record>& query, std::vector<Record>& records, Complete complete);
-    template <class Record>
-    int ReadTable(const TableQuery<Record>& query, std::vector<Record>& records);
 
     void ReadChassis(const Pegasus::Array<Pegasus::CIMInstance>& chassis,
                      ZentarAgentless::ComputerSystem& record);

@@ -38,21 +38,23 @@ struct Asked {
     const char* operation;
     std::string class_name;
     std::string association;
+    std::string source_class;
 
     /// For connecting because of it.
-    Asked Connecting() const { return {"connect", class_name, association}; }
+    Asked Connecting() const { return {"connect", class_name, association, source_class}; }
 };
 
 Failure About(Failure cause, const Asked& asked, const Pegasus::CIMNamespaceName& ns) {
     cause.operation = asked.operation;
     cause.class_name = asked.class_name;
     cause.association = asked.association;
+    cause.source_class = asked.source_class;
     cause.name_space = ToText(ns.getString());
     return cause;
 }
 
 /// For its own sake.
-const Asked kConnecting{"connect", {}, {}};
+const Asked kConnecting{"connect", {}, {}, {}};
 
 /// What the action threw of the client's exceptions, in words for the log and as a cause; nothing
 /// when it threw none. Others, such as a failed allocation, are the caller's.
@@ -333,7 +335,7 @@ int GetCIMArrayFromEnumerateInstances(Pegasus::CIMName class_name, CimConnection
     const Pegasus::CIMNamespaceName ns = conn.ns;
     ZENTAR_LOG(3) << "The value of cim namespace is:" << ToText(ns.getString());
     static const char* const kFailure = "Enumerate instances failed with the reason: ";
-    const Asked asked{"EnumerateInstances", ToText(class_name.getString()), {}};
+    const Asked asked{"EnumerateInstances", ToText(class_name.getString()), {}, {}};
     if (!MayAsk(conn, asked, kFailure) || !HasClient(conn, asked)) {
         return kCimFailed;
     }
@@ -379,7 +381,8 @@ int GetCIMArrayFromAssociators(Pegasus::CIMObjectPath source, Pegasus::CIMName a
     ZENTAR_LOG(3) << "The value of cim namespace is:" << ToText(ns.getString());
     static const char* const kFailure = "Enumerate associators failed with the reason: ";
     const Asked asked{"Associators", ToText(result_class.getString()),
-                      ToText(association_class.getString())};
+                      ToText(association_class.getString()),
+                      ShortName(ToText(source.getClassName().getString()))};
     if (!MayAsk(conn, asked, kFailure) || !HasClient(conn, asked)) {
         return kCimFailed;
     }
