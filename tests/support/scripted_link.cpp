@@ -43,21 +43,37 @@ std::string ScriptedLink::Receive(std::size_t most) {
 }
 
 bool ScriptedLink::Send(std::string_view bytes) {
+    if (!tls_) {
+        return SendPlain(bytes);
+    }
     while (!bytes.empty()) {
-        long sent = 0;
-        if (tls_) {
-            const int size = static_cast<int>(bytes.size());
-            sent = Driven([&] { return SSL_write(tls_.get(), bytes.data(), size); });
-        } else {
-            AwaitSocket(POLLOUT);
-            sent = send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL);
-        }
+        const int size = static_cast<int>(bytes.size());
+        const int sent = Driven([&] { return SSL_write(tls_.get(), bytes.data(), size); });
         if (sent <= 0) {
             return false;
         }
         bytes.remove_prefix(static_cast<std::size_t>(sent));
     }
     return true;
+}
+
+bool ScriptedLink::SendPlain(std::string_view bytes) {
+    while (!bytes.empty()) {
+        AwaitSocket(POLLOUT);
+        const ssize_t sent = send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL);
+        if (sent <= 0) {
+            return false;
+        }
+        bytes.remove_prefix(static_cast<std::size_t>(sent));
+    }
+    return true;
+}
+
+bool ScriptedLink::SendRecord(const TlsRecord& record) {
+    if (!sealer_) {
+        sealer_.emplace(tls_.get());
+    }
+    return SendPlain(sealer_->Seal(record));
 }
 
 bool ScriptedLink::SendTicket() {
@@ -67,6 +83,11 @@ bool ScriptedLink::SendTicket() {
 
 bool ScriptedLink::SendKeyUpdate() {
     return SSL_key_update(tls_.get(), SSL_KEY_UPDATE_NOT_REQUESTED) == 1 &&
+           Driven([this] { return SSL_do_handshake(tls_.get()); }) == 1;
+}
+
+bool ScriptedLink::AskForKeyUpdate() {
+    return SSL_key_update(tls_.get(), SSL_KEY_UPDATE_REQUESTED) == 1 &&
            Driven([this] { return SSL_do_handshake(tls_.get()); }) == 1;
 }
 

@@ -4,8 +4,11 @@
 #include <openssl/ssl.h>
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
+
+#include "support/scripted_tls.h"
 
 namespace support {
 
@@ -31,6 +34,10 @@ public:
     /// One more message of TLS 1.3 that carries no data. False when the client has hung up.
     bool SendTicket();
     bool SendKeyUpdate();
+    /// The same that wants one in return.
+    bool AskForKeyUpdate();
+    /// Sealed by this link's own RecordSealer, made for the first.
+    bool SendRecord(const TlsRecord& record);
     void AwaitDelivery();
     /// Waits for this long or until the client has hung up; tells whether it has.
     bool HangsUpWithin(int milliseconds);
@@ -45,6 +52,7 @@ private:
     template <class Call>
     int Driven(Call call);
     bool AwaitSocket(short events, int milliseconds = -1);
+    bool SendPlain(std::string_view bytes);
 
     struct FreeTls {
         void operator()(SSL* tls) const { SSL_free(tls); }
@@ -52,6 +60,7 @@ private:
     int socket_;
     int stop_;
     std::unique_ptr<SSL, FreeTls> tls_;
+    std::optional<RecordSealer> sealer_;
 };
 
 }  // namespace support

@@ -9,6 +9,7 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <chrono>
 #include <stdexcept>
 #include <utility>
@@ -60,6 +61,12 @@ bool Receive(ScriptedLink& link, RecordedRequest& request) {
     return true;
 }
 
+void SendInRecords(ScriptedLink& link, std::string_view text, std::size_t size) {
+    for (; !text.empty(); text.remove_prefix(std::min(size, text.size()))) {
+        link.SendRecord({TlsRecord::kContent, std::string(text.substr(0, size))});
+    }
+}
+
 /// A write to a connection that the client has closed must not end the test program, and the
 /// process's own setting must stay as the client's user would have it.
 void BlockSigpipe() {
@@ -77,18 +84,25 @@ std::string RecordedRequest::Header(const std::string& name) const {
 
 std::string RecordedRequest::MessageId() const { return Between(body, "<MESSAGE ID=\"", "\""); }
 
-Step AwaitRequest() { return {Step::kAwaitRequest, {}, 0}; }
-Step AwaitByte() { return {Step::kAwaitByte, {}, 0}; }
-Step Send(std::string text) { return {Step::kSend, std::move(text), 0}; }
-Step Drip(std::string text) { return {Step::kDrip, std::move(text), 0}; }
-Step Flood(std::string text) { return {Step::kFlood, std::move(text), 0}; }
+Step AwaitRequest() { return {Step::kAwaitRequest, {}}; }
+Step AwaitByte() { return {Step::kAwaitByte, {}}; }
+Step Send(std::string text) { return {Step::kSend, std::move(text)}; }
+Step Drip(std::string text) { return {Step::kDrip, std::move(text)}; }
+Step Flood(std::string text) { return {Step::kFlood, std::move(text)}; }
 Step SendTickets(int count) { return {Step::kSendTickets, {}, count}; }
 Step SendKeyUpdates(int count) { return {Step::kSendKeyUpdates, {}, count}; }
-Step AwaitDelivery() { return {Step::kAwaitDelivery, {}, 0}; }
-Step AwaitCue() { return {Step::kAwaitCue, {}, 0}; }
-Step Close() { return {Step::kClose, {}, 0}; }
-Step Drop() { return {Step::kDrop, {}, 0}; }
-Step Reset() { return {Step::kReset, {}, 0}; }
+Step AskForKeyUpdates(int count) { return {Step::kAskForKeyUpdates, {}, count}; }
+Step SendRecords(TlsRecord record, int count) {
+    return {Step::kSendRecords, {}, count, std::move(record)};
+}
+Step SendInRecords(std::string text, int size) {
+    return {Step::kSendInRecords, std::move(text), size};
+}
+Step AwaitDelivery() { return {Step::kAwaitDelivery, {}}; }
+Step AwaitCue() { return {Step::kAwaitCue, {}}; }
+Step Close() { return {Step::kClose, {}}; }
+Step Drop() { return {Step::kDrop, {}}; }
+Step Reset() { return {Step::kReset, {}}; }
 
 Conversation Replies(const std::vector<std::string>& replies) {
     Conversation conversation;
@@ -262,6 +276,19 @@ void ScriptedServer::Perform(ScriptedLink& link, const Step& step, RecordedReque
         case Step::kSendKeyUpdates:
             for (int i = 0; i < step.count && !link.HangsUpWithin(0) && link.SendKeyUpdate(); ++i) {
             }
+            break;
+        case Step::kAskForKeyUpdates:
+            for (int i = 0; i < step.count && !link.HangsUpWithin(0) && link.AskForKeyUpdate();
+                 ++i) {
+            }
+            break;
+        case Step::kSendRecords:
+            for (int i = 0; i < step.count && link.SendRecord(step.record); ++i) {
+            }
+            break;
+        case Step::kSendInRecords:
+            SendInRecords(link, Replaced(step.text, "@ID@", last.MessageId()),
+                          static_cast<std::size_t>(step.count));
             break;
         case Step::kAwaitDelivery:
             link.AwaitDelivery();

@@ -39,15 +39,19 @@ struct Step {
         kFlood,           ///< sends the text over and over until the client hangs up
         kSendTickets,     ///< sends so many session tickets of TLS 1.3
         kSendKeyUpdates,  ///< the same with key updates
-        kAwaitDelivery,   ///< waits until all that was sent has reached the client
-        kAwaitCue,        ///< waits for ScriptedServer::Cue
-        kClose,           ///< closes the connection as is proper
-        kDrop,            ///< closes the TCP connection without a word of TLS
-        kReset,           ///< resets the TCP connection
+        kAskForKeyUpdates,  ///< the same with key updates that want one in return
+        kSendRecords,       ///< sends the record so many times, sealed by the server itself
+        kSendInRecords,     ///< sends the text in records of so many bytes
+        kAwaitDelivery,     ///< waits until all that was sent has reached the client
+        kAwaitCue,          ///< waits for ScriptedServer::Cue
+        kClose,             ///< closes the connection as is proper
+        kDrop,              ///< closes the TCP connection without a word of TLS
+        kReset,             ///< resets the TCP connection
     };
     Kind kind;
     std::string text;
     int count = 0;
+    TlsRecord record = {};
 };
 
 Step AwaitRequest();
@@ -58,6 +62,11 @@ Step Flood(std::string text);
 /// Fewer when the client hangs up.
 Step SendTickets(int count);
 Step SendKeyUpdates(int count);
+Step AskForKeyUpdates(int count);
+/// From the first on nothing else may be sent on the connection; TlsOptions::seals_own_records.
+Step SendRecords(TlsRecord record, int count = 1);
+/// @ID@ as with Send.
+Step SendInRecords(std::string text, int size);
 Step AwaitDelivery();
 Step AwaitCue();
 Step Close();

@@ -7,6 +7,7 @@
 #include <functional>
 #include <optional>
 
+#include "reply_limits.h"
 #include "transport/certificate_check.h"
 #include "transport/event_wait.h"
 #include "transport/name_resolution.h"
@@ -91,9 +92,15 @@ public:
 
     std::string_view Read(const Limit& limit) {
         StartReading();
-        const WaitEnd end = wait_.Until([this] { return arrived_.has_value(); }, limit);
+        const std::uint64_t before = TlsBytesTaken();
+        const auto is_idle_talk = [&] { return TlsBytesTaken() - before > kMostWithoutContent; };
+        const WaitEnd end =
+            wait_.Until([&] { return arrived_.has_value() || is_idle_talk(); }, limit);
         if (end != WaitEnd::kDone) {
             FailAtLimit(end, FailurePhase::kReceiving);
+        }
+        if (!arrived_) {
+            HangUp("records of TLS without content");
         }
         const std::size_t count = *arrived_;
         arrived_.reset();
@@ -194,6 +201,20 @@ private:
         } else {
             SSL_SESSION_free(session);
         }
+    }
+
+    /// What has come and been decrypted, 0 without TLS.
+    std::uint64_t TlsBytesTaken() {
+        return tls_ ? BIO_number_read(SSL_get_rbio(tls_->native_handle())) : 0;
+    }
+
+    /// Ends the read that is under way.
+    void HangUp(const char* reason) {
+        ErrorCode ignored;
+        socket_.tcp().close(ignored);
+        wait_.Drain([this] { return arrived_.has_value(); });
+        arrived_ = 0;
+        end_reason_ = reason;
     }
 
     void StartReading() {

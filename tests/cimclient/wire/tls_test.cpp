@@ -235,40 +235,4 @@ TEST_F(Tls, LeavesTheProcesssSettingsAlone) {
     SSL_CTX_free(context);
 }
 
-/// What a host may send at any length though it says nothing.
-struct Flood {
-    const char* name;
-    Step (*send)(int count);
-};
-
-constexpr int kEndless = 1'000'000'000;
-
-class TlsFlood : public Tls, public ::testing::WithParamInterface<Flood> {};
-
-TEST_P(TlsFlood, OnAnIdleConnectionMakesItStaleOrEndsAtTheLimit) {
-    ServeTls(
-        {Replies({AnswerOf(1)}) + Conversation{GetParam().send(kEndless)}, Replies({AnswerOf(2)})});
-    EXPECT_EQ(ConnectTrustingAll(), kConnected);
-    EXPECT_EQ(Enumerate(), "1 objects");
-    client.setTimeout(wire::kShortTimeout);
-    EXPECT_THAT(Enumerate(),
-                ::testing::AnyOf("2 objects", "ConnectionTimeoutException [connection timed out]",
-                                 "CIMClientMalformedHTTPException [Connection closed by CIM "
-                                 "Server.]"));
-}
-
-TEST_P(TlsFlood, InPlaceOfAnAnswerEndsAtTheLimitOrBefore) {
-    ServeTls({{AwaitRequest(), GetParam().send(kEndless)}});
-    EXPECT_EQ(ConnectTrustingAll(), kConnected);
-    client.setTimeout(wire::kShortTimeout);
-    EXPECT_THAT(Enumerate(), ::testing::AnyOf("ConnectionTimeoutException [connection timed out]",
-                                              "CIMClientMalformedHTTPException [Connection closed "
-                                              "by CIM Server.]"));
-}
-
-INSTANTIATE_TEST_SUITE_P(Of, TlsFlood,
-                         ::testing::Values(Flood{"Tickets", SendTickets},
-                                           Flood{"KeyUpdates", SendKeyUpdates}),
-                         [](const auto& test) { return std::string(test.param.name); });
-
 }  // namespace
