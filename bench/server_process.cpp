@@ -74,6 +74,14 @@ ServerProcess::~ServerProcess() {
     waitpid(child_, nullptr, 0);
 }
 
+void ServerProcess::Stop() const {
+    kill(child_, SIGSTOP);
+    int status = 0;
+    waitpid(child_, &status, WUNTRACED);
+}
+
+void ServerProcess::GoOn() const { kill(child_, SIGCONT); }
+
 Counts ServerProcess::counts() const {
     Counts counts;
     Send(channel_, kAskForCounts);

@@ -39,6 +39,10 @@ public:
     std::uint16_t port() const { return port_; }
     Counts counts() const;
 
+    /// Lets it do nothing, its connections open, until it goes on.
+    void Stop() const;
+    void GoOn() const;
+
 private:
     pid_t child_ = -1;
     int channel_ = -1;
