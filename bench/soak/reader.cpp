@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "soak/round_plan.h"
-
 namespace soak {
 
 namespace {
@@ -25,9 +23,10 @@ bool IsWhole(const std::vector<std::string>& sorted_truth, std::vector<std::stri
 }
 
 /// Empty when the reading is as it may be.
-std::string FaultIn(const Truth& truth, const Reading& reading, bool failed, bool repeats) {
+std::string FaultIn(const Truth& truth, const Reading& reading, bool failed,
+                    const RoundPlan& plan) {
     for (const std::string& statement : reading.statements) {
-        if (!IsSaid(truth.sorted, statement)) {
+        if (!plan.changes_texts && !IsSaid(truth.sorted, statement)) {
             return "nobody said \"" + statement + "\"";
         }
     }
@@ -37,13 +36,13 @@ std::string FaultIn(const Truth& truth, const Reading& reading, bool failed, boo
     if (reading.result != 0 && !failed) {
         return "failed without a reason";
     }
-    if (failed) {
+    if (failed || plan.changes_texts) {
         return {};
     }
     if (!IsWhole(truth.sorted, reading.statements)) {
         return "succeeded without all that was said";
     }
-    return repeats || reading.statements == truth.in_order ? "" : "not as it was said";
+    return plan.repeats_records || reading.statements == truth.in_order ? "" : "not as it was said";
 }
 
 }  // namespace
@@ -72,13 +71,13 @@ void Reader::Learn() {
 
 void Reader::ReadRound(std::uint64_t round) {
     hosts_.Begin(host_, round);
-    const bool repeats = PlanOf(seed_, host_, round).repeats_records;
+    const RoundPlan plan = PlanOf(seed_, host_, round);
     Kalvex host(hosts_.ConnectionTo(host_), options_);
     for (std::size_t i = 0; i < Operations().size(); ++i) {
         host.TakeFailures();
         try {
             const Reading reading = Operations()[i].read(host);
-            Judge(i, reading, host.TakeFailures().failures, repeats, round);
+            Judge(i, reading, host.TakeFailures().failures, plan, round);
         } catch (const std::exception& e) {
             tally_.CountFault(std::string(Operations()[i].name) + " threw " + e.what());
         }
@@ -86,10 +85,10 @@ void Reader::ReadRound(std::uint64_t round) {
 }
 
 void Reader::Judge(std::size_t operation, const Reading& reading,
-                   const std::vector<Zentar::Failure>& failures, bool repeats,
+                   const std::vector<Zentar::Failure>& failures, const RoundPlan& plan,
                    std::uint64_t round) {
     const bool failed = !failures.empty();
-    const std::string fault = FaultIn(truths_[operation], reading, failed, repeats);
+    const std::string fault = FaultIn(truths_[operation], reading, failed, plan);
     if (!fault.empty()) {
         tally_.CountFault(std::string(Operations()[operation].name) + " of host " +
                           std::to_string(host_) + " in round " + std::to_string(round) + ": " +

@@ -8,6 +8,7 @@
 
 #include "soak/hosts.h"
 #include "soak/operations.h"
+#include "soak/round_plan.h"
 #include "soak/tally.h"
 
 namespace soak {
@@ -31,7 +32,8 @@ public:
 
 private:
     void Judge(std::size_t operation, const Reading& reading,
-               const std::vector<Zentar::Failure>& failures, bool repeats, std::uint64_t round);
+               const std::vector<Zentar::Failure>& failures, const RoundPlan& plan,
+               std::uint64_t round);
 
     const Hosts& hosts_;
     const std::size_t host_;

@@ -52,6 +52,16 @@ constexpr Way kWays[] = {
     {"huge-reply", 100'000, 3'000'000, "", true},
     {"close-every", 1, 10},
     {"close-every-silently", 1, 10},
+    {"huge-error", 100'000, 3'000'000, "", true},
+    {"nested-quotes", 1, 100'000, "", true},
+    {"echo-authorization"},
+    {"wide-cells", 1, 20'000, "", true},
+    {"many-errors"},
+    {"status-code"},
+    {"cut-before-last-chunk"},
+    {"http10-401"},
+    {"ticket-flood", 0, 0, "", true},
+    {"key-update-flood", 0, 0, "", true},
 };
 
 /// Unlike the standard distributions the same with every library.
@@ -101,7 +111,9 @@ RoundPlan PlanOf(std::uint64_t seed, std::size_t host, std::uint64_t round) {
     for (std::int64_t left = Between(random, 1, kMostAtOnce); left > 0; --left) {
         const Way& way = kWays[random() % std::size(kWays)];
         plan.faults.push_back(Made(way, random));
-        plan.repeats_records |= plan.faults.back().kind == simhost::Fault::Kind::kHugeReply;
+        const simhost::Fault::Kind kind = plan.faults.back().kind;
+        plan.repeats_records |= kind == simhost::Fault::Kind::kHugeReply;
+        plan.changes_texts |= kind == simhost::Fault::Kind::kWideCells;
     }
     return plan;
 }

@@ -12,6 +12,7 @@ namespace soak {
 struct RoundPlan {
     std::vector<simhost::Fault> faults;  ///< none: a sound round
     bool repeats_records = false;        ///< an answer may say its records repeatedly
+    bool changes_texts = false;          ///< an answer may say something else than it should
 };
 
 /// The same for the same arguments, in every process. Round 0 is sound.

@@ -101,7 +101,9 @@ bool Connection::ServeRequest(const HttpHead& head) {
         authorised ? server_.faults.ForRequest(read.request.operation, read.request.class_name)
                    : std::nullopt;
     if (fault) {
-        ApplyToAnswer(*fault, {read.request, requests_}, answer);
+        ApplyToAnswer(*fault,
+                      {read.request, requests_, number_, head.Header("Authorization").value_or("")},
+                      answer);
     }
     if (!answer.close && IsLast(head)) {
         answer.close = true;

@@ -79,4 +79,28 @@ Fault CloseEvery(std::size_t requests, bool announced) {
     return Abruptly(!announced, Make(Kind::kCloseEvery, static_cast<std::int64_t>(requests)));
 }
 
+Fault HugeError(std::size_t bytes) {
+    return Make(Kind::kHugeError, static_cast<std::int64_t>(bytes));
+}
+
+Fault NestedQuotes(std::size_t marks) {
+    return Make(Kind::kNestedQuotes, static_cast<std::int64_t>(marks));
+}
+
+Fault EchoAuthorization() { return Make(Kind::kEchoAuthorization); }
+
+Fault WideCells(std::size_t characters) {
+    return Make(Kind::kWideCells, static_cast<std::int64_t>(characters));
+}
+
+Fault ManyErrors() { return Make(Kind::kManyErrors); }
+
+Fault StatusCode(std::string code) { return Make(Kind::kStatusCode, 0, std::move(code)); }
+
+Fault CutBeforeLastChunk() { return Make(Kind::kCutBeforeLastChunk); }
+
+Fault TicketFlood() { return Make(Kind::kTicketFlood); }
+
+Fault KeyUpdateFlood() { return Make(Kind::kKeyUpdateFlood); }
+
 }  // namespace simhost::Faults

@@ -34,6 +34,17 @@ struct Fault {
         kMessageId,
         kHugeReply,
         kCloseEvery,
+        // Answers that are made to hurt, or to give something away.
+        kHugeError,
+        kNestedQuotes,
+        kEchoAuthorization,
+        kWideCells,
+        kManyErrors,
+        kStatusCode,
+        kCutBeforeLastChunk,
+        // After an answer.
+        kTicketFlood,
+        kKeyUpdateFlood,
     };
 
     Kind kind = Kind::kClose;
@@ -89,6 +100,27 @@ Fault MessageId(std::string id);
 Fault HugeReply(std::size_t bytes);
 /// Closes after every `requests`-th request of a connection, with `Connection: close` or without.
 Fault CloseEvery(std::size_t requests, bool announced = true);
+
+/// A CIM error (1) in an ERROR element whose description has at least `bytes` bytes.
+Fault HugeError(std::size_t bytes);
+/// Gives the first instance of the answer a text of so many quotation marks within 16 levels of
+/// embedded instances. An answer without instances stays as it is.
+Fault NestedQuotes(std::size_t marks);
+/// A CIM error (1) that repeats the request's Authorization field.
+Fault EchoAuthorization();
+/// Makes each text of the answer's properties longer by so many characters.
+Fault WideCells(std::size_t characters);
+/// A CIM error (1) that reads different for each request.
+Fault ManyErrors();
+/// A CIM error in the trailers whose code is written like this.
+Fault StatusCode(std::string code);
+/// Sends all of a chunked answer but its last chunk, of another one all but its last byte; then
+/// closes.
+Fault CutBeforeLastChunk();
+/// Answers, and then sends session tickets, or key updates, until the client hangs up: with
+/// anything but TLS 1.3 nothing more.
+Fault TicketFlood();
+Fault KeyUpdateFlood();
 
 /// Reads "NAME", "NAME=NUMBER", "NAME=TEXT" or "NAME=NUMBER,TEXT", such as "http-status=503" or
 /// "cim-error-element=1,provider died". Limits stand after the name: "NAME@LIMIT,LIMIT=...", where

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <string>
 
 #include "simhost/responder.h"
 
@@ -87,6 +88,116 @@ void EndConnection(const Fault& fault, const NumberedRequest& request, Answer& a
     }
 }
 
+constexpr unsigned kFailed = 1;
+
+void ReplaceByHugeError(const Fault& fault, const NumberedRequest& request, Answer& answer) {
+    constexpr std::string_view kWords = "provider died, ";
+    constexpr std::size_t kPiece = 4096;
+    answer = ErrorElementAnswer(request.request, kFailed, "");
+    answer.repeat_at =
+        answer.body.find("DESCRIPTION=\"") + std::string_view("DESCRIPTION=\"").size();
+    for (std::size_t i = 0; i < kPiece; ++i) {
+        answer.repeated += kWords;
+    }
+    answer.repetitions = static_cast<std::size_t>(fault.number) / answer.repeated.size() + 1;
+}
+
+/// Quotation marks stay as they are.
+std::string WithoutMarkup(const std::string& text) {
+    std::string escaped;
+    for (const char c : text) {
+        if (c == '<') {
+            escaped += "&lt;";
+        } else if (c == '&') {
+            escaped += "&amp;";
+        } else {
+            escaped += c;
+        }
+    }
+    return escaped;
+}
+
+std::string EmbeddingProperty(const std::string& instance) {
+    return "<PROPERTY NAME=\"Nested\" TYPE=\"string\" EmbeddedObject=\"instance\"><VALUE>" +
+           WithoutMarkup(instance) + "</VALUE></PROPERTY>\n";
+}
+
+void NestQuotes(const Fault& fault, const NumberedRequest&, Answer& answer) {
+    constexpr int kLevels = 16;
+    const auto end = answer.body.find("</INSTANCE>");
+    if (end == std::string::npos) {
+        return;
+    }
+    std::string property = "<PROPERTY NAME=\"Text\" TYPE=\"string\"><VALUE>" +
+                           std::string(static_cast<std::size_t>(fault.number), '"') +
+                           "</VALUE></PROPERTY>";
+    for (int level = 0; level < kLevels; ++level) {
+        property = EmbeddingProperty("<INSTANCE CLASSNAME=\"Nested\">" + property + "</INSTANCE>");
+    }
+    answer.body.insert(end, property);
+}
+
+void EchoInError(const Fault&, const NumberedRequest& request, Answer& answer) {
+    answer = ErrorElementAnswer(request.request, kFailed,
+                                "you said: " + std::string(request.authorization));
+}
+
+void Widen(const Fault& fault, const NumberedRequest&, Answer& answer) {
+    constexpr std::string_view kText = " TYPE=\"string\">";
+    constexpr std::string_view kEnd = "</VALUE>";
+    std::string wide;
+    std::string_view rest = answer.body;
+    for (std::size_t text = 0; (text = rest.find(kText)) != std::string_view::npos;) {
+        const std::size_t from = text + kText.size();
+        const std::size_t end = rest.find(kEnd, from);
+        const std::size_t property_end = rest.find("</PROPERTY", from);
+        const bool has_value = end < property_end;
+        wide += rest.substr(0, has_value ? end : from);
+        if (has_value) {
+            wide.append(static_cast<std::size_t>(fault.number), 'w');
+        }
+        rest.remove_prefix(has_value ? end : from);
+    }
+    answer.body = wide.append(rest);
+}
+
+void ReplaceByNumberedError(const Fault&, const NumberedRequest& request, Answer& answer) {
+    answer = ErrorElementAnswer(request.request, kFailed,
+                                "failure " + std::to_string(request.number) + " of connection " +
+                                    std::to_string(request.connection));
+}
+
+void BreakOffWithOddCode(const Fault& fault, const NumberedRequest& request, Answer& answer) {
+    BreakOffWithError(fault, request, answer);
+    answer.trailers.front().second = fault.text;
+}
+
+bool SendAllButTheLastChunk(const Fault&, const Answer& answer, Stream& stream) {
+    constexpr std::string_view kLastChunk = "\r\n0\r\n";
+    std::string before;
+    WriteAnswer(answer, [&](std::string_view bytes) {
+        stream.Write(before);
+        before = bytes;
+        return true;
+    });
+    const auto last_chunk = answer.chunked ? before.rfind(kLastChunk) : before.size() - 1;
+    stream.Write(std::string_view(before).substr(0, last_chunk));
+    stream.Close();
+    return false;
+}
+
+template <bool (Stream::*send)()>
+bool SendAndFlood(const Fault&, const Answer& answer, Stream& stream) {
+    WriteAnswer(answer, [&](std::string_view bytes) {
+        stream.Write(bytes);
+        return true;
+    });
+    while ((stream.*send)()) {
+    }
+    stream.AwaitPeersEnd();
+    return false;
+}
+
 bool CloseInstead(const Fault&, const Answer&, Stream& stream) {
     stream.Close();
     return false;
@@ -161,6 +272,24 @@ Act ActOf(Kind kind) {
             return &Enlarge;
         case Kind::kCloseEvery:
             return &EndConnection;
+        case Kind::kHugeError:
+            return &ReplaceByHugeError;
+        case Kind::kNestedQuotes:
+            return &NestQuotes;
+        case Kind::kEchoAuthorization:
+            return &EchoInError;
+        case Kind::kWideCells:
+            return &Widen;
+        case Kind::kManyErrors:
+            return &ReplaceByNumberedError;
+        case Kind::kStatusCode:
+            return &BreakOffWithOddCode;
+        case Kind::kCutBeforeLastChunk:
+            return &SendAllButTheLastChunk;
+        case Kind::kTicketFlood:
+            return &SendAndFlood<&Stream::SendTicket>;
+        case Kind::kKeyUpdateFlood:
+            return &SendAndFlood<&Stream::SendKeyUpdate>;
         case Kind::kClose:
             return &CloseInstead;
         case Kind::kReset:

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string_view>
 #include <variant>
 
 #include "simhost/answer.h"
@@ -15,10 +16,12 @@ namespace simhost {
 /// is over afterwards.
 using ActOnConnect = void (*)(const Fault&, Stream&);
 
-/// A request, and its place on its connection, from 1.
+/// A request, and its place: on its connection, from 1, and that one's number.
 struct NumberedRequest {
     const CimRequest& request;
     std::size_t number;
+    std::size_t connection;
+    std::string_view authorization;  ///< the value of its field
 };
 /// Makes an answer wrong before it is sent.
 using ActOnAnswer = void (*)(const Fault&, const NumberedRequest&, Answer&);

@@ -17,6 +17,9 @@ constexpr const char* kHtmlPage =
     "HTTP/1.1 200 OK\r\nContent-Type: text/html\r\nContent-Length: 46\r\n\r\n"
     "<!DOCTYPE html><html><body>Hello</body></html>";
 
+constexpr const char* kOldRefusal =
+    "HTTP/1.0 401 Unauthorized\r\nWWW-Authenticate: Basic realm=\"cimom\"\r\n\r\n";
+
 /// What follows "NAME=".
 struct Parameters {
     std::optional<std::int64_t> number;
@@ -129,6 +132,27 @@ const Entry kEntries[] = {
      [](const Parameters& p) { return CloseEvery(p.CountOr(10)); }},
     {"close-every-silently", Takes::kNumber, "the same without announcing it",
      [](const Parameters& p) { return CloseEvery(p.CountOr(10), false); }},
+    {"huge-error", Takes::kNumber, "reports an error of so many bytes (250000000)",
+     [](const Parameters& p) { return HugeError(p.CountOr(250'000'000)); }},
+    {"nested-quotes", Takes::kNumber,
+     "puts so many quotation marks (1000000) into 16 levels of embedded instances",
+     [](const Parameters& p) { return NestedQuotes(p.CountOr(1'000'000)); }},
+    {"echo-authorization", Takes::kNothing, "repeats the credentials in an error",
+     [](const Parameters&) { return EchoAuthorization(); }},
+    {"wide-cells", Takes::kNumber, "makes each text so many characters longer (10000)",
+     [](const Parameters& p) { return WideCells(p.CountOr(10'000)); }},
+    {"many-errors", Takes::kNothing, "reports another error for each request",
+     [](const Parameters&) { return ManyErrors(); }},
+    {"status-code", Takes::kText, "reports an error whose code is written like this (+6)",
+     [](const Parameters& p) { return StatusCode(p.TextOr("+6")); }},
+    {"cut-before-last-chunk", Takes::kNothing, "closes before the last chunk of an answer",
+     [](const Parameters&) { return CutBeforeLastChunk(); }},
+    {"http10-401", Takes::kNothing, "refuses credentials in HTTP/1.0, without a length",
+     [](const Parameters&) { return Raw(kOldRefusal); }},
+    {"ticket-flood", Takes::kNothing, "sends TLS session tickets without end after an answer",
+     [](const Parameters&) { return TicketFlood(); }},
+    {"key-update-flood", Takes::kNothing, "sends TLS key updates without end after an answer",
+     [](const Parameters&) { return KeyUpdateFlood(); }},
 };
 
 [[noreturn]] void Fail(std::string_view text, const std::string& remedy) {

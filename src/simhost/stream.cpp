@@ -37,6 +37,10 @@ public:
     /// Runs until the operation is done; throws when it failed.
     std::size_t Complete(const std::shared_ptr<Outcome>& outcome);
 
+    bool SpeaksTls13() { return tls && SSL_version(tls->native_handle()) == TLS1_3_VERSION; }
+    /// Sends what OpenSSL has been asked to send after the handshake.
+    void Flush();
+
     asio::io_context io{1};
     asio::executor_work_guard<asio::io_context::executor_type> work;
     Socket socket;
@@ -79,6 +83,12 @@ std::size_t Stream::Impl::Complete(const std::shared_ptr<Outcome>& outcome) {
         throw ConnectionEnded();
     }
     return outcome->size;
+}
+
+void Stream::Impl::Flush() {
+    const auto outcome = std::make_shared<Outcome>();
+    tls->async_handshake(asio::ssl::stream_base::server, StoreIn(outcome));
+    Complete(outcome);
 }
 
 Stream::Stream(NativeSocket accepted) try : impl_(std::make_unique<Impl>(accepted)) {
@@ -125,6 +135,23 @@ void Stream::Write(std::string_view bytes) {
         asio::async_write(impl_->socket, buffer, StoreIn(outcome));
     }
     impl_->Complete(outcome);
+}
+
+bool Stream::SendTicket() {
+    if (!impl_->SpeaksTls13() || SSL_new_session_ticket(impl_->tls->native_handle()) != 1) {
+        return false;
+    }
+    impl_->Flush();
+    return true;
+}
+
+bool Stream::SendKeyUpdate() {
+    if (!impl_->SpeaksTls13() ||
+        SSL_key_update(impl_->tls->native_handle(), SSL_KEY_UPDATE_NOT_REQUESTED) != 1) {
+        return false;
+    }
+    impl_->Flush();
+    return true;
 }
 
 void Stream::Pause(Duration duration) { PauseUntil(Clock::now() + duration); }

@@ -38,6 +38,9 @@ public:
     /// At least one byte, valid until the next call. Nothing when the limit (zero: none) is over.
     std::string_view Read(Duration limit = Duration::zero());
     void Write(std::string_view bytes);
+    /// One more message of TLS 1.3 that carries no data. False when that is not spoken.
+    bool SendTicket();
+    bool SendKeyUpdate();
     void Pause(Duration duration);
     void PauseUntil(Clock::time_point end);
     /// Discards what arrives until the peer closes.

@@ -1,8 +1,11 @@
 // Each way to fail, from the host to the kind that a program reads.
 #include <algorithm>
 #include <set>
+#include <sstream>
 
 #include "cli/command_test.h"
+#include "simhost/base64.h"
+#include "simhost/host_description.h"
 
 namespace clitest {
 namespace {
@@ -150,10 +153,63 @@ const Answer kAnswers[] = {
      "cim_error", 1},
     {"CimErrorThatReadsLikeATimeout", Faults::CimErrorElement(1, "connection timed out"),
      "cim_error", 1},
+    {"HugeError", Faults::HugeError(1'000'000), "cim_error", 1},
+    {"NestedQuotes", Faults::NestedQuotes(1'000'000), "bad_reply", nullptr},
+    {"StatusCodeThatIsNoNumber", Faults::StatusCode("+6"), "bad_reply", nullptr},
+    {"CutBeforeTheLastChunk", Faults::CutBeforeLastChunk(), "bad_reply", nullptr},
+    {"RefusalInHttp10", Faults::ByName("http10-401"), "credentials_refused", 401},
 };
 
 INSTANTIATE_TEST_SUITE_P(, AnswerKinds, testing::ValuesIn(kAnswers),
                          [](const auto& test) { return test.param.name; });
+
+TEST_F(Kinds, AHugeErrorIsShownInPart) {
+    Serve();
+    Server().InjectFault(Faults::HugeError(1'000'000));
+    EXPECT_LT(Inventory({"os"}).err.size(), 5000U);
+    EXPECT_LT(Inventory({"os", "--format", "json"}).out.size(), 10'000U);
+}
+
+TEST_F(Kinds, AnEchoOfTheCredentialsIsNotShown) {
+    Serve(WithAccount(Https()));
+    Server().InjectFault(Faults::EchoAuthorization());
+    const Finished finished = Inventory(
+        {"--user", kUser, "--password-file", WriteFile("password", kPassword), "--log-level", "4"});
+    EXPECT_THAT(finished.err, HasSubstr("you said: Basic **********"));
+    EXPECT_THAT(finished.out + finished.err,
+                Not(HasSubstr(simhost::Base64(std::string(kUser) + ":" + kPassword))));
+}
+
+TEST_F(Kinds, WideCellsWidenNoTable) {
+    Serve();
+    Server().InjectFault(Faults::WideCells(10'000));
+    const Finished finished = Inventory({"packages", "ports"});
+    EXPECT_EQ(finished.status, 0) << finished.err;
+    std::istringstream lines(finished.out);
+    for (std::string line; std::getline(lines, line);) {
+        EXPECT_LT(line.size(), 1000U);
+    }
+}
+
+TEST_F(Kinds, OfManyErrorsTheFirstAreShown) {
+    Serve(Json::parse(simhost::BuiltinHostText()));
+    Fault many = Faults::ManyErrors();
+    many.only_operation = "Associators";
+    Server().InjectFault(many);
+    const Finished finished = Inventory({"pci"});
+    EXPECT_THAT(finished.err, HasSubstr(" more failures; --format json lists each\n"));
+    EXPECT_LE(std::ranges::count(finished.err, '\n'), 22);
+}
+
+TEST_F(Kinds, FloodsOfTlsBetweenRequestsChangeNothing) {
+    Serve(Https());
+    const std::string sound = Inventory({"system", "os"}).out;
+    for (const Fault& flood : {Faults::TicketFlood(), Faults::KeyUpdateFlood()}) {
+        Server().ClearFaults();
+        Server().InjectFault(flood);
+        EXPECT_EQ(Inventory({"system", "os"}).out, sound);
+    }
+}
 
 TEST_F(Kinds, AHostsWordsDoNotStopTheReading) {
     Serve();

@@ -15,7 +15,7 @@ using Kind = simhost::Fault::Kind;
 
 TEST(FaultNames, EachIsKnownAndExplained) {
     const auto names = simhost::Faults::Names();
-    EXPECT_EQ(names.size(), 24U);
+    EXPECT_EQ(names.size(), 34U);
     for (const auto& [name, value, meaning] : names) {
         EXPECT_NO_THROW(ByName(name));
         EXPECT_TRUE(value == "" || value.rfind('=', 0) == 0) << name;

@@ -214,6 +214,71 @@ TEST_F(InjectedFault, CloseEveryCanBeSilent) {
     EXPECT_EQ(client.ReceiveAll(), "");
 }
 
+TEST_F(InjectedFault, HugeErrorIsWellFormed) {
+    const Reply reply = AnswerWith(Faults::HugeError(3'000'000));
+    EXPECT_TRUE(reply.complete);
+    EXPECT_GE(reply.body.size(), 3'000'000U);
+    EXPECT_LT(reply.body.size(), 3'500'000U);
+    EXPECT_THAT(reply.body, HasSubstr("<ERROR CODE=\"1\" DESCRIPTION=\"provider died, "));
+    EXPECT_THAT(reply.body, EndsWith("</CIM>\n"));
+}
+
+TEST_F(InjectedFault, NestedQuotesStandInTheFirstInstanceAsTheyAre) {
+    const Reply good = Good();
+    const Reply reply = AnswerWith(Faults::NestedQuotes(5000));
+    EXPECT_THAT(reply.body, HasSubstr(std::string(5000, '"')));
+    EXPECT_THAT(reply.body, HasSubstr("EmbeddedObject=\"instance\"><VALUE>&lt;INSTANCE"));
+    EXPECT_LT(reply.body.size(), good.body.size() + 5000 + 50'000);
+}
+
+TEST_F(InjectedFault, EchoAuthorizationRepeatsTheField) {
+    Server().InjectFault(Faults::EchoAuthorization());
+    std::string request = EnumerateCards();
+    request.insert(request.find("\r\n") + 2, "Authorization: Basic cm9vdDp4\r\n");
+    EXPECT_THAT(Ask(request).body, HasSubstr("you said: Basic cm9vdDp4"));
+}
+
+TEST_F(InjectedFault, WideCellsLengthenTextsAlone) {
+    const Reply good = Good();
+    const Reply reply = AnswerWith(Faults::WideCells(1000));
+    EXPECT_THAT(reply.body, HasSubstr(std::string(1000, 'w') + "</VALUE>"));
+    EXPECT_GE(reply.body.size(), good.body.size() + 1000);
+    EXPECT_THAT(reply.body, Not(HasSubstr("ww</KEYVALUE>")));
+}
+
+TEST_F(InjectedFault, ManyErrorsDifferFromEachOther) {
+    Server().InjectFault(Faults::ManyErrors());
+    RawClient client = Connect();
+    EXPECT_THAT(client.Ask(EnumerateCards()).body, HasSubstr("\"failure 1 of connection 1\""));
+    EXPECT_THAT(client.Ask(EnumerateCards()).body, HasSubstr("\"failure 2 of connection 1\""));
+    EXPECT_THAT(Ask(EnumerateCards()).body, HasSubstr("\"failure 1 of connection 2\""));
+}
+
+TEST_F(InjectedFault, StatusCodeIsWrittenAsGiven) {
+    EXPECT_THAT(AnswerWith(Faults::StatusCode("+6")).trailers, StartsWith("CIMStatusCode: +6\r\n"));
+}
+
+TEST_F(InjectedFault, CutBeforeLastChunkSendsAllElse) {
+    const std::string whole = Good().raw;
+    const std::string cut = AllOfAnswer(Faults::CutBeforeLastChunk());
+    EXPECT_EQ(cut, whole.substr(0, whole.rfind("\r\n0\r\n")));
+    EXPECT_EQ(end, End::kClosed);
+}
+
+/// OpenSSL's client reads over them.
+TEST_F(InjectedFault, FloodsComeAfterTheAnswer) {
+    for (const auto& flood : {Faults::TicketFlood(), Faults::KeyUpdateFlood()}) {
+        ServeTls();
+        const std::string whole = Good().raw;
+        Server().InjectFault(flood);
+        RawClient client = Connect();
+        client.Send(EnumerateCards() + EnumerateCards());
+        EXPECT_EQ(client.ReceiveBytes(whole.size()), whole);
+        StopServing();
+        EXPECT_EQ(client.ReceiveAll(), "") << "the second request is not answered";
+    }
+}
+
 TEST_F(InjectedFault, CanBeLimitedToTheNextRequests) {
     simhost::Fault fault = Faults::HttpStatus(500, "Internal Server Error");
     fault.after = 1;
@@ -271,10 +336,9 @@ TEST_F(InjectedFault, WorksOverTlsToo) {
 
 /// Those whose effect does not show in one answer, or takes long, as they are tried here.
 const std::map<std::string, std::string> kTriedAs = {
-    {"close-every", "close-every=1"},
-    {"close-every-silently", "close-every-silently=1"},
-    {"huge-reply", "huge-reply=100000"},
-    {"slow-drip", "slow-drip=3600000"},
+    {"close-every", "close-every=1"},       {"close-every-silently", "close-every-silently=1"},
+    {"huge-error", "huge-error=100000"},    {"huge-reply", "huge-reply=100000"},
+    {"nested-quotes", "nested-quotes=100"}, {"slow-drip", "slow-drip=3600000"},
 };
 
 class NamedFault : public InjectedFault, public ::testing::WithParamInterface<std::string> {
