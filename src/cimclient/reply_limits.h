@@ -19,7 +19,7 @@ constexpr std::size_t kMemoryBesides = 20UL * 1024 * 1024;
 
 /// Of TLS between two pieces of content: session tickets, key updates and empty records cost this
 /// client time to take, and the host nothing.
-constexpr std::uint64_t kMostWithoutContent = 1024UL * 1024;
+constexpr std::uint64_t kMostWithoutContent = 128UL * 1024;
 
 /// A reply's head, and its trailer.
 constexpr std::size_t kMaxHeadBytes = 1024UL * 1024;
