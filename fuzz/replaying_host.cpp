@@ -28,6 +28,17 @@ std::string IdOf(std::string_view request) {
     return id;
 }
 
+/// What the request's credentials are; empty when it has none.
+std::string_view CredentialsOf(std::string_view request) {
+    constexpr std::string_view kBasic = "Authorization: Basic ";
+    const std::size_t begin = request.find(kBasic);
+    if (begin == std::string_view::npos) {
+        return {};
+    }
+    request.remove_prefix(begin + kBasic.size());
+    return request.substr(0, request.find('\r'));
+}
+
 void SendAll(int socket, std::string_view text) {
     while (!text.empty()) {
         const ssize_t sent = ::send(socket, text.data(), text.size(), MSG_NOSIGNAL);
@@ -47,6 +58,18 @@ int Required(int result) {
 }
 
 }  // namespace
+
+std::vector<std::string> SplitReplies(std::string_view text) {
+    std::vector<std::string> parts;
+    while (true) {
+        const std::size_t end = text.find(kReplySeparator);
+        parts.emplace_back(text.substr(0, end));
+        if (end == std::string_view::npos) {
+            return parts;
+        }
+        text.remove_prefix(end + kReplySeparator.size());
+    }
+}
 
 ReplayingHost::ReplayingHost()
     : listener_(Required(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0))),
@@ -74,6 +97,12 @@ void ReplayingHost::Answer(std::vector<std::string> replies) {
     const std::lock_guard lock(mutex_);
     replies_ = std::move(replies);
     answered_ = 0;
+    sent_ = 0;
+}
+
+std::size_t ReplayingHost::Sent() const {
+    const std::lock_guard lock(mutex_);
+    return sent_;
 }
 
 std::string ReplayingHost::NextReply(std::string_view request) {
@@ -85,6 +114,12 @@ std::string ReplayingHost::NextReply(std::string_view request) {
     if (const std::size_t place = reply.find(kIdPlace); place != std::string::npos) {
         reply.replace(place, kIdPlace.size(), IdOf(request));
     }
+    const std::string_view credentials = CredentialsOf(request);
+    const std::size_t place = reply.find(kEchoPlace);
+    if (place != std::string::npos && credentials.size() == kEchoPlace.size()) {
+        reply.replace(place, kEchoPlace.size(), credentials);
+    }
+    sent_ += reply.size();
     return reply;
 }
 

@@ -1,6 +1,7 @@
 // A host's replies, from bytes on a socket to records.
 //
-// An input is a letter for the operation and the replies that it gets, separated by kSeparator.
+// An input is a letter for the operation and the replies that it gets, separated by
+// kReplySeparator.
 #include <cstdlib>
 #include <functional>
 #include <string_view>
@@ -16,8 +17,6 @@ namespace {
 
 using namespace Pegasus;
 using Zentar::Agentless::Kalvex;
-
-constexpr std::string_view kSeparator = "\n=====\n";
 
 /// An operation of the module keeps what the caller's list held, and adds nothing when it fails.
 template <class Record, class Get>
@@ -116,18 +115,6 @@ void Run(char letter, std::uint16_t port) {
     }
 }
 
-std::vector<std::string> Split(std::string_view text) {
-    std::vector<std::string> parts;
-    while (true) {
-        const std::size_t end = text.find(kSeparator);
-        parts.emplace_back(text.substr(0, end));
-        if (end == std::string_view::npos) {
-            return parts;
-        }
-        text.remove_prefix(end + kSeparator.size());
-    }
-}
-
 }  // namespace
 
 void fuzz::Try(std::string_view input) {
@@ -140,6 +127,6 @@ void fuzz::Try(std::string_view input) {
     if (input.empty() || !logs_everything) {
         return;
     }
-    host.Answer(Split(input.substr(1)));
+    host.Answer(SplitReplies(input.substr(1)));
     Run(input.front(), host.port());
 }
