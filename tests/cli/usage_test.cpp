@@ -47,7 +47,7 @@ const Mistake kMistakes[] = {
     {"PortNoNumber", {"inventory", "--host", "x", "--port", "https"}, "--port: "},
     {"Transport", {"inventory", "--host", "x", "--transport", "ftp"}, "{https,http}"},
     {"Format", {"inventory", "--simulated", "--format", "xml"}, "{text,json}"},
-    {"LogLevel", {"inventory", "--simulated", "--log-level", "5"}, "0 to 4"},
+    {"LogLevel", {"inventory", "--simulated", "--log-level", "5"}, "Value 5 not in range"},
     {"ConnectTimeout",
      {"supported", "--host", "x", "--connect-timeout", "-1"},
      "--connect-timeout"},

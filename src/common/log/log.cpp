@@ -1,7 +1,5 @@
 #include "common/log/log.h"
 
-#include <spdlog/details/os.h>
-
 #include <atomic>
 #include <cerrno>
 #include <chrono>
@@ -49,7 +47,9 @@ std::string UtcTimeStamp() {
     const auto micros =
         std::chrono::duration_cast<std::chrono::microseconds>(now.time_since_epoch()).count() %
         1000000;
-    const std::tm utc = spdlog::details::os::gmtime(std::chrono::system_clock::to_time_t(now));
+    const std::time_t seconds = std::chrono::system_clock::to_time_t(now);
+    std::tm utc{};
+    gmtime_r(&seconds, &utc);
     char text[40];
     const std::size_t length = std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%S", &utc);
     std::snprintf(text + length, sizeof text - length, ".%06ldZ", static_cast<long>(micros));
@@ -84,7 +84,7 @@ Log::~Log() {
             WriteLogMessage(message);
         }
     } catch (...) {
-        // A message that cannot be written is lost; what it speaks of must go on.
+        // A message that cannot be written is dropped; the work that it reports must go on.
     }
 }
 
@@ -100,11 +100,10 @@ void LogToStandardError() {
 }
 
 std::string LogToFile(const std::string& path) {
-    std::FILE* opened = nullptr;
-    if (spdlog::details::os::fopen_s(&opened, path, "abe")) {
+    File file(std::fopen(path.c_str(), "ae"));  // "e": no child process inherits it
+    if (!file) {
         return path + ": " + std::strerror(errno);
     }
-    File file(opened);
     std::setvbuf(file.get(), nullptr, _IONBF, 0);
     const std::lock_guard lock(TheDestination().mutex);
     TheDestination().file = std::move(file);
