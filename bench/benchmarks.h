@@ -1,4 +1,4 @@
-// The measured programs behind the figures, for Google Benchmark.
+// The measured programs that give the figures, for Google Benchmark.
 #pragma once
 
 #include <benchmark/benchmark.h>

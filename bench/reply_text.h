@@ -7,7 +7,7 @@
 namespace bench {
 
 /// An EnumerateInstances reply of `instances` instances, about 1.48 kB each, of 11 properties, two
-/// of which are arrays. The text up to the message's ID, and the text behind it.
+/// of which are arrays. The text up to the message's ID, and the text after it.
 struct ReplyText {
     std::string before_id;
     std::string after_id;

@@ -29,7 +29,7 @@ set(OpenPegasus_PLATFORM "${_platform}" CACHE STRING "OpenPegasus' name for this
 mark_as_advanced(OpenPegasus_INCLUDE_DIR OpenPegasus_client_LIBRARY OpenPegasus_common_LIBRARY
   OpenPegasus_PLATFORM)
 
-# Packages have left out headers that others include, so only compiling them tells.
+# Packages have left out headers that others include, so they are compiled.
 function(_openpegasus_compile_headers usable complaint)
   set(CMAKE_TRY_COMPILE_TARGET_TYPE STATIC_LIBRARY)
   try_compile(compiles

@@ -31,7 +31,7 @@ public:
     std::uint16_t port() const { return port_; }
 
     /// The replies to the requests from now on, the last of them to all further ones. In each the
-    /// first `ID="1000"` with six blanks behind it gets the request's message ID, which leaves the
+    /// first `ID="1000"` with six blanks after it gets the request's message ID, which leaves the
     /// reply's length as it is.
     void Answer(std::vector<std::string> replies);
     /// Bytes that were sent since then.

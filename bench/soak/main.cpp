@@ -1,4 +1,4 @@
-// Reads many faulty hosts at once for a long time, and tells whether that leaves a trace.
+// Reads many faulty hosts at once for a long time, and reports whether that leaves a trace.
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstdio>

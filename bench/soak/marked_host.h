@@ -7,7 +7,7 @@
 
 namespace soak {
 
-/// The built-in host with `mark` behind its names and descriptions, so that a record of one host
+/// The built-in host with `mark` after its names and descriptions, so that a record of one host
 /// cannot pass for another's.
 simhost::HostDescription MarkedHost(const std::string& mark);
 

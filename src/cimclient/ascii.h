@@ -1,4 +1,4 @@
-// Characters of ASCII, told apart without a locale.
+// Classes of ASCII characters, without a locale.
 #pragma once
 
 #include <algorithm>

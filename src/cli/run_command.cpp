@@ -19,7 +19,7 @@ namespace {
 constexpr const char* kExample =
     "Example:\n"
     "  kalvex inventory --simulated\n\n"
-    "kalvex COMMAND --help tells more about each command.";
+    "kalvex COMMAND --help says more about each command.";
 
 int Fail(const std::string& message, int status) {
     std::cerr << "kalvex: " << DisplayText(message) << std::endl;

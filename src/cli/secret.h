@@ -10,7 +10,7 @@ namespace command {
 void Wipe(char* bytes, std::size_t count);
 
 /// A text that is overwritten when it is destroyed. It has its full capacity from the start, so
-/// that growing leaves no copies behind.
+/// that growing leaves no copies.
 class Secret {
 public:
     static constexpr std::size_t kCapacity = 65536;

@@ -69,7 +69,7 @@ int RunSupported(const SupportedOptions& options) {
 
 void AddSupportedCommand(CLI::App& program, int& exit_status) {
     CLI::App* const command = program.add_subcommand(
-        "supported", "Tell whether a host has the namespace that the inventory needs");
+        "supported", "Report whether a host has the namespace that the inventory needs");
     const auto options = std::make_shared<SupportedOptions>();
     AddHostOptions(*command, options->host);
     AddLogOptions(*command, options->log);

@@ -29,7 +29,7 @@ std::string Head(const Answer& answer) {
             static_cast<std::intmax_t>(std::max<std::int64_t>(0, length + answer.length_surplus)));
         AppendHeader("content-length", digits, head);
     };
-    // The length stands behind the content type, as stock servers put it.
+    // The length stands after the content type, as stock servers put it.
     for (const auto& [name, value] : answer.headers) {
         AppendHeader(name, value, head);
         if (++written == 1) {

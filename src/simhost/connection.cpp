@@ -8,7 +8,7 @@ namespace simhost {
 
 namespace {
 
-/// Heads are small; nobody sends this much in earnest.
+/// Heads are small; no client sends this much.
 constexpr std::size_t kMaxHead = 1 << 16;
 
 Request Record(const HttpHead& head, std::string body, const CimRequest& cim, bool authorised,

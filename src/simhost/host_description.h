@@ -18,7 +18,7 @@ public:
 };
 
 /// A host, read and checked. Immutable; copies share it, and any thread may use them.
-/// README.md beside this file tells how a description is written.
+/// README.md beside this file says how a description is written.
 class HostDescription {
 public:
     /// A two-socket server with every class that the inventory reads.

@@ -34,7 +34,7 @@ void ReadType(const DescriptionNode& node, Property& property) {
     }
     if (FindCimType(type) == nullptr) {
         node.Fail("unknown type " + Quote(type),
-                  "write one of " + KnownTypes() + ", with [] behind it for an array");
+                  "write one of " + KnownTypes() + ", with [] after it for an array");
     }
     property.type = type;
 }
@@ -193,7 +193,7 @@ private:
         const auto path = ParsePath(text);
         if (!path) {
             node.Fail(Quote(text) + " is no object path",
-                      "write Class.Key=\\\"value\\\", more keys behind commas");
+                      "write Class.Key=\\\"value\\\", more keys after commas");
         }
         const Instance* instance = result_.FindInstance(*path);
         if (instance == nullptr) {

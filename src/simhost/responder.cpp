@@ -7,7 +7,7 @@ namespace simhost {
 
 namespace {
 
-/// Requests are small; nobody sends this much in earnest.
+/// Requests are small; no client sends this much.
 constexpr std::size_t kMaxBody = 1 << 20;
 
 constexpr const char* kTrailerNames = "CIMStatusCode, CIMStatusCodeDescription, Content-Language";

@@ -6,7 +6,7 @@
 namespace simhost {
 
 /// The options of a server that treats its connections as the small-footprint servers on hosts do.
-/// Address, account and the like are the defaults, for the caller to set.
+/// Address, account and all else are the defaults, for the caller to set.
 ServerOptions RealServerHabits();
 
 }  // namespace simhost

@@ -33,7 +33,7 @@ protected:
         return lines;
     }
 
-    /// Nothing was read, for the reason that one line with these parts tells.
+    /// Nothing was read, for the reason that one line with these parts gives.
     void ExpectNothingRead(const std::vector<std::string>& section, const std::string& meaning,
                            const std::string& remedy) {
         const Finished finished = Inventory(section);
@@ -44,7 +44,7 @@ protected:
         EXPECT_THAT(lines[0], AllOf(HasSubstr(meaning), HasSubstr(remedy)));
     }
 
-    /// All was read but the ports, for the reason that one line with these parts tells.
+    /// All was read but the ports, for the reason that one line with these parts gives.
     void ExpectAllButPortsRead(int status, const std::string& meaning, const std::string& remedy) {
         const Finished finished = Inventory();
         EXPECT_EQ(finished.status, status);

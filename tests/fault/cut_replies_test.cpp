@@ -13,7 +13,7 @@ using support::OutcomeOf;
 namespace Faults = simhost::Faults;
 
 constexpr const char* kRecordedHost = KALVEX_TEST_DATA "/../simhost/data/recorded_host.json";
-/// More than there is behind the end of a reply's XML.
+/// More than there is after the end of a reply's XML.
 constexpr int kEnoughSuccesses = 150;
 
 struct Query {
@@ -68,20 +68,20 @@ protected:
 
     std::string Ask() { return GetParam().outcome(client); }
 
-    /// Whether the reply still says all when it ends behind so many bytes.
+    /// Whether the reply still says all when it ends after so many bytes.
     bool SurvivesCut(std::size_t bytes, bool reset) {
         simhost::Fault cut = Faults::Truncate(bytes, reset);
         Server().InjectFault(cut);
         const std::string outcome = Ask();
         Server().ClearFaults();
         Server().ForgetRequests();
-        EXPECT_EQ(Ask(), sound) << "after a cut behind " << bytes << " bytes";
+        EXPECT_EQ(Ask(), sound) << "cut after " << bytes << " bytes";
         EXPECT_TRUE(outcome == sound || outcome.find("Exception") != std::string::npos)
             << outcome << " for " << bytes << " bytes";
         return outcome == sound;
     }
 
-    /// Cuts at each byte, from the first to far behind the end.
+    /// Cuts at each byte, from the first to far past the end.
     void Sweep(bool reset) {
         int successes = 0;
         std::size_t first_success = 0;

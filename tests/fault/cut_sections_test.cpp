@@ -1,5 +1,5 @@
-// Each record and list of the module, with the enumeration behind it cut at every byte: the result
-// tells, and what the caller holds stays.
+// Each record and list of the module, with its enumeration cut at every byte: the result
+// says so, and what the caller holds stays.
 #include <functional>
 #include <initializer_list>
 #include <ostream>
@@ -241,7 +241,7 @@ TEST_P(CutSection, FailsWithoutATraceUntilItIsWhole) {
             const Outcome outcome = ReadCut(bytes, reset);
             successes += outcome == sound ? 1 : 0;
             ASSERT_EQ(outcome, successes > 0 ? sound : failed) << bytes << " bytes";
-            ASSERT_EQ(Read(), sound) << "after a cut behind " << bytes << " bytes";
+            ASSERT_EQ(Read(), sound) << "cut after " << bytes << " bytes";
         }
     }
 }

@@ -98,7 +98,7 @@ Attack Whole(const char* name, std::function<std::string()> body, const char* ou
     return {name, [=] { return Replies({Answer(body())}); }, outcome, at_most};
 }
 
-/// A head with this line, and something behind it.
+/// A head with this line, and something after it.
 Attack Head(const char* name, const std::string& line, Step rest, const char* outcome,
             std::size_t at_most) {
     return {name,

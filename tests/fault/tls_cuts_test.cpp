@@ -79,7 +79,7 @@ TEST_P(TlsCut, InAReplyIsAFailureOfThatRequestOnly) {
         // Before the first record is whole nothing has arrived, and the request is sent again.
         const bool failed = outcome.find("Exception") != std::string::npos;
         EXPECT_TRUE(failed || (outcome == sound && bytes < kRecord)) << bytes << " bytes";
-        EXPECT_EQ(AskAtLength(client), sound) << "after a cut behind " << bytes << " bytes";
+        EXPECT_EQ(AskAtLength(client), sound) << "cut after " << bytes << " bytes";
     }
     client.disconnect();
     proxy.reset();

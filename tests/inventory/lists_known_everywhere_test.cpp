@@ -1,5 +1,5 @@
-// Every section of the inventory is held to a transcript, fuzzed and read by the soak, and every fault
-// is acted on and used by the soak.
+// Every section of the inventory is held to a transcript, fuzzed and read by the soak, and every
+// fault is acted on and used by the soak.
 #include <gmock/gmock.h>
 
 #include <algorithm>
@@ -35,10 +35,9 @@ const Names kNames[] = {
 
 bool HasSeed(char letter) {
     using std::filesystem::directory_iterator;
-    return std::any_of(directory_iterator(KALVEX_FUZZ_CORPORA "/reply"), directory_iterator(),
-                       [&](const auto& input) {
-                           return std::ifstream(input.path()).get() == letter;
-                       });
+    return std::any_of(
+        directory_iterator(KALVEX_FUZZ_CORPORA "/reply"), directory_iterator(),
+        [&](const auto& input) { return std::ifstream(input.path()).get() == letter; });
 }
 
 class EachSection : public testing::TestWithParam<inventory::Section> {

@@ -8,7 +8,7 @@ namespace simhost_test {
 /// With the empty line's headers before it: each given line ends with CRLF.
 struct CallOptions {
     std::string headers = "TE: chunked, trailers\r\n";
-    std::string parameters;  ///< IPARAMVALUE elements behind the first
+    std::string parameters;  ///< IPARAMVALUE elements after the first
 };
 
 /// `CIMMethod` and `CIMObject` agree with the body.

@@ -176,7 +176,7 @@ const BadDescription kBad[] = {
     {"UnknownType", WithClass(R"("properties": {"N": "uint61"})"),
      "unknown type \"uint61\" at " + kClass +
          "/properties/N: write one of boolean, uint8, uint16, uint32, uint64, sint8, sint16, "
-         "sint32, sint64, real32, real64, string, char16, datetime, with [] behind it for an "
+         "sint32, sint64, real32, real64, string, char16, datetime, with [] after it for an "
          "array"},
     {"TypeNoText", WithClass(R"("properties": {"N": 5})"),
      "a string is expected, not number at " + kClass +
@@ -241,7 +241,7 @@ const BadDescription kBad[] = {
      "/namespaces/root~1cimv2/associations/0/to: describe it, or correct the path"},
     {"AssociationToNoPath", Associated(R"({"class": "X", "from": "Card", "to": "Card"})"),
      "\"Card\" is no object path at /namespaces/root~1cimv2/associations/0/from: write "
-     "Class.Key=\\\"value\\\", more keys behind commas"},
+     "Class.Key=\\\"value\\\", more keys after commas"},
 };
 
 class BadDescriptions : public ::testing::TestWithParam<BadDescription> {};

@@ -14,7 +14,7 @@ struct Reply {
     int status = 0;
     std::string head;       ///< status line and headers, the empty line included
     std::string body;       ///< without its framing
-    std::string trailers;   ///< header lines behind the last chunk
+    std::string trailers;   ///< header lines after the last chunk
     std::string raw;        ///< all of it, as received
     bool complete = false;  ///< false: the connection ended first
 

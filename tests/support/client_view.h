@@ -19,7 +19,7 @@ std::string ViewOf(const Pegasus::CIMObject& object);
 /// The type, the value's text in brackets, "null" in place of a null: "uint16[] [2 3 ]".
 std::string ViewOf(const Pegasus::CIMValue& value);
 
-/// "CLASS [MESSAGE]" of the exception that the call ends in, with the code behind the class of
+/// "CLASS [MESSAGE]" of the exception that the call ends in, with the code after the class of
 /// those that have one: "CIMException 5 [no such class]". "nothing thrown" without one.
 std::string FailureOf(const std::function<void()>& call);
 

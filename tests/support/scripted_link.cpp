@@ -13,7 +13,7 @@ namespace support {
 
 ScriptedLink::ScriptedLink(int socket, int stop, SSL_CTX* tls) : socket_(socket), stop_(stop) {
     fcntl(socket_, F_SETFL, O_NONBLOCK);
-    // Bytes that wait for an acknowledgement would be lost in a reset.
+    // Bytes that wait for an acknowledgement would be dropped by a reset.
     const int no_delay = 1;
     setsockopt(socket_, IPPROTO_TCP, TCP_NODELAY, &no_delay, sizeof no_delay);
     if (tls != nullptr) {

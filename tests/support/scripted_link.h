@@ -39,7 +39,7 @@ public:
     /// Sealed by this link's own RecordSealer, made for the first.
     bool SendRecord(const TlsRecord& record);
     void AwaitDelivery();
-    /// Waits for this long or until the client has hung up; tells whether it has.
+    /// Waits for this long or until the client has hung up; returns whether it has.
     bool HangsUpWithin(int milliseconds);
 
     void Close();

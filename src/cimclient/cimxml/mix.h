@@ -5,7 +5,7 @@
 
 namespace cimclient {
 
-/// Tells apart the texts of one reply, for which their lengths and a few letters are enough. The
+/// Distinguishes the texts of one reply, for which their lengths and a few letters are enough. The
 /// text must not be empty.
 inline std::size_t Mix(std::string_view text) {
     const auto letter = [text](std::size_t at) {

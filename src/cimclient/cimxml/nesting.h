@@ -1,4 +1,4 @@
-// Levels of what may contain its like.
+// Levels of elements that may contain elements of their kind.
 #pragma once
 
 namespace cimclient {

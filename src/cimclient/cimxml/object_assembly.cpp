@@ -17,7 +17,7 @@ namespace {
 /// Up to this many, comparing each with each is quicker than sorting.
 constexpr std::size_t kFewNames = 32;
 
-/// Tells most names apart at a glance: each marks one of 64 places, by its length and letters.
+/// Distinguishes most names at a glance: each marks one of 64 places, by its length and letters.
 class MarkedNames {
 public:
     /// True when no name that may be the same has been added before.
@@ -51,8 +51,8 @@ int Compare(const CIMName& x, const CIMName& y) {
     return CompareNoCase(x.getString().utf8(), y.getString().utf8());
 }
 
-/// Tells of each whether its name occurs before it. Sorting takes its time, but no host can choose
-/// names that make it take much longer, as it could with hashing.
+/// Reports of each whether its name occurs before it. Sorting takes its time, but no host can
+/// choose names that make it take much longer, as it could with hashing.
 template <class Named>
 std::vector<bool> Repetitions(const ArenaVector<Named>& all) {
     ArenaVector<std::size_t> order(all.size());

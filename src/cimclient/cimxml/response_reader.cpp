@@ -23,7 +23,7 @@ using Pegasus::detail::MemoryBudget;
 
 namespace {
 
-/// What tells the replies of one operation from those of another.
+/// What differs between the replies of two operations.
 template <class Object>
 struct Operation {
     const char* name;

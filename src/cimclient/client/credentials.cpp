@@ -50,7 +50,7 @@ void Replace(std::string& text, std::string_view secret) {
 Credentials::Credentials(std::string_view user, std::string_view password)
     : user_bytes_(user.size()) {
     std::string plain;
-    plain.reserve(user.size() + 1 + password.size());  // no copy is left behind by growing
+    plain.reserve(user.size() + 1 + password.size());  // growing would leave copies
     plain.append(user).append(":").append(password);
     std::string encoded(4 * ((plain.size() + 2) / 3) + 1, '\0');
     EVP_EncodeBlock(reinterpret_cast<unsigned char*>(encoded.data()),

@@ -101,7 +101,7 @@ bool ReplyReader::ReadLine(std::string& line, std::size_t& budget) {
     return false;
 }
 
-/// False when the stream ended before the blank line behind the fields.
+/// False when the stream ended before the blank line after the fields.
 bool ReplyReader::ReadFields(HeaderFields& fields, std::size_t& budget) {
     std::string line;
     for (std::size_t lines = 0; ReadLine(line, budget); ++lines) {

@@ -27,7 +27,7 @@ std::string PercentEncoded(std::string_view text) {
     return encoded;
 }
 
-/// All but the credentials, without the blank line behind the head.
+/// All but the credentials, without the blank line after the head.
 std::string PublicFields(const RequestHead& head, std::size_t body_bytes) {
     char length[32];
     std::snprintf(length, sizeof length, "%010zu", body_bytes);

@@ -14,7 +14,7 @@ struct RequestHead {
 };
 
 /// Head and body. The text is written without ever growing, which would leave a copy of the
-/// credentials behind.
+/// credentials.
 std::string WriteHttpRequest(const RequestHead& head, std::string_view body);
 
 }  // namespace cimclient

@@ -13,7 +13,7 @@ namespace cimclient {
 /// Throws TransportError.
 ///
 /// The resolver cannot be interrupted. With a cancellation in the limit it works on a thread of its
-/// own, which is left behind when the limit comes first; at most kMostResolverThreads do so at a
+/// own, which is left running when the limit comes first; at most kMostResolverThreads do so at a
 /// time, and a call waits within its limit for a place. Without one it works on the caller's
 /// thread, and keeps no limit but its own.
 std::vector<boost::asio::ip::tcp::endpoint> Resolve(const std::string& host, unsigned port,

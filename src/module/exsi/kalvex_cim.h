@@ -1,4 +1,4 @@
-// The worker behind Kalvex: every inventory query against one host.
+// The worker of Kalvex: every inventory query against one host.
 #pragma once
 
 #include <Pegasus/Client/CIMClient.h>
@@ -75,7 +75,7 @@ public:
 
     /// Replaces a PCI base class in decimal by its word; other text stays.
     void ParseClassCode(std::string& code);
-    /// Sets the text that tells where the device or bridge sits: its first slot's, else its first
+    /// Sets the text that says where the device or bridge sits: its first slot's, else its first
     /// system board's, else unchanged. Returns the result of the association query that failed, or
     /// 0.
     int RetrieveSlotAllInfo(Pegasus::CIMInstance& instance, std::string& slot_all_info);

@@ -31,7 +31,7 @@ std::string ArrayOf(const std::string& type, const std::string& elements);
 /// The text that this content of a VALUE element stands for, or the failure.
 std::string TextOfValue(const std::string& content);
 
-/// The names of the instance's properties, a blank behind each.
+/// The names of the instance's properties, a blank after each.
 std::string NamesIn(const std::string& properties);
 
 }  // namespace wire

@@ -34,7 +34,7 @@ protected:
     std::string Enumerate();
     /// What an enumeration comes to when the server's answer is this.
     std::string OutcomeOfAnswer(const std::string& answer);
-    /// The same when the server closes the connection behind it.
+    /// The same when the server closes the connection after it.
     std::string OutcomeOfLastWords(const std::string& answer);
 
     /// The Authorization fields of all requests so far, empty where there was none.

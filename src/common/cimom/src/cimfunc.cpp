@@ -80,7 +80,7 @@ void DestroyClient(CimConnection& conn) {
     conn.client = nullptr;
 }
 
-/// A password on its way to the client, overwritten behind it.
+/// A password on its way to the client, overwritten afterwards.
 class PasswordText {
 public:
     explicit PasswordText(const std::string& password) {
