@@ -1,7 +1,7 @@
-# The front door: everything here also works on a bare Debian 12.
+# The front door: everything here also works on a bare Debian 12 or 13.
 .DEFAULT_GOAL := build
-.PHONY: build run test asan ubsan tsan threads coverage fuzz bench time-limits soak check-instructions \
-    setup setup-clang clean format transcripts
+.PHONY: build run test check asan ubsan tsan threads coverage fuzz bench time-limits soak check-instructions tidy \
+    check-structure setup setup-clang clean format transcripts
 
 build: build/build.ninja
 	@cmake --build build --target kalvex kalvex_cli
@@ -12,6 +12,16 @@ run: build
 test: build
 	@cmake --build build
 	@ctest --test-dir build --output-on-failure --parallel 2
+
+# Builds and runs one test program: make check ONLY=log_unit_test. Without ONLY it names them.
+check: build/build.ninja
+ifdef ONLY
+	@cmake --build build --target $(ONLY)
+	@build/tests/$(ONLY) --gtest_brief=1 --gtest_filter='$(or $(CASES),*)'
+else
+	@echo "make check ONLY=PROGRAM [CASES='Suite.*'], where PROGRAM is one of:"
+	@cmake --build build --target help | sed -n 's/^\([a-z0-9_]*_test\): phony$$/  \1/p'
+endif
 
 # Prints how fast everything is and writes build/bench.json.
 bench: build/build.ninja
@@ -26,7 +36,7 @@ time-limits: build/build.ninja
 	@cmake --build build --target time_limits
 	@build/bin/time_limits
 
-# Reads faulty hosts for MINUTES and fails when that leaves anything behind.
+# Reads faulty hosts for MINUTES and fails when memory or descriptors grow.
 MINUTES ?= 1
 soak: build/build.ninja
 	@cmake -B build -DKALVEX_BUILD_BENCHMARKS=ON >/dev/null
@@ -50,6 +60,19 @@ threads: setup-clang
 	@cmake --preset tsan
 	@cmake --build --preset tsan --target many_threads_test cimclient_object_model_test
 	@ctest --preset tsan --tests-regex '^(ManyThreads|Arena)'
+
+# Looks for the mistakes that .clang-tidy names. Nothing is built for it.
+tidy:
+	@scripts/setup clang clang-tidy
+	@cmake --preset tidy >/dev/null
+	@scripts/tidy build/tidy
+
+# Fails when a room of src includes from one that it may not use, or a text has a word that the project
+# does not use.
+check-structure:
+	@scripts/setup python3
+	@scripts/check_structure
+	@scripts/check_words
 
 # Prints which share of the lines of the client and of the access to it the suite runs.
 coverage:
@@ -80,7 +103,7 @@ setup:
 	@scripts/setup
 
 setup-clang:
-	@scripts/setup clang libclang-rt-14-dev llvm
+	@scripts/setup clang clang-rt llvm
 
 build/build.ninja: | setup
 	@cmake --preset release

@@ -1,6 +1,7 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstdio>
+#include <exception>
 #include <fstream>
 #include <nlohmann/json.hpp>
 #include <set>
@@ -128,4 +129,11 @@ int Main(int argc, char** argv) {
 
 }  // namespace bench
 
-int main(int argc, char** argv) { return bench::Main(argc, argv); }
+int main(int argc, char** argv) {
+    try {
+        return bench::Main(argc, argv);
+    } catch (const std::exception& e) {
+        std::fprintf(stderr, "kalvex_bench: %s\n", e.what());
+        return 1;
+    }
+}

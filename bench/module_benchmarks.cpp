@@ -47,7 +47,7 @@ using SecondsOfRequest = double(std::uint16_t, std::size_t);
 /// A file keeps its memory from run to run, a copy of it has memory of its own.
 std::string CopyInMemory(const char* library) {
     const int copy = memfd_create("request", MFD_CLOEXEC);
-    const std::string name = "/proc/self/fd/" + std::to_string(copy);
+    std::string name = "/proc/self/fd/" + std::to_string(copy);
     std::ofstream(name, std::ios::binary) << std::ifstream(library, std::ios::binary).rdbuf();
     return name;
 }
@@ -65,7 +65,9 @@ SecondsOfRequest* LoadRequest(const char* library) {
 /// two, which is to be chance in each process and not the same in all of a run.
 void LayOutDifferently(unsigned number) {
     constexpr std::size_t kPage = 4096;
-    mmap(nullptr, (1 + number * 37 % 509) * kPage, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    static volatile void* mapped = mmap(nullptr, (1 + number * 37 % 509) * kPage, PROT_NONE,
+                                        MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    static_cast<void>(mapped);
     static volatile void* kept = std::malloc(64 + 48 * (number % 61));
     static_cast<void>(kept);
 }

@@ -154,19 +154,22 @@ bool Run(const Options& options) {
 }  // namespace soak
 
 int main(int argc, char** argv) {
-    CLI::App program("Reads faulty hosts on many threads; fails when memory or descriptors grow");
-    soak::Options options;
-    program.add_option("--hosts", options.hosts, "Hosts, each with a thread")
-        ->capture_default_str();
-    program.add_option("--minutes", options.minutes, "How long");
-    program.add_option("--seconds", options.seconds, "The same in seconds, on top of the minutes");
-    program.add_option("--warm-up", options.warm_up, "Seconds before the first figures")
-        ->capture_default_str();
-    program.add_option("--limit", options.limit, "Milliseconds that an exchange may take")
-        ->capture_default_str();
-    program.add_option("--seed", options.seed, "Repeats the same faults")->capture_default_str();
-    CLI11_PARSE(program, argc, argv);
     try {
+        CLI::App program(
+            "Reads faulty hosts on many threads; fails when memory or descriptors grow");
+        soak::Options options;
+        program.add_option("--hosts", options.hosts, "Hosts, each with a thread")
+            ->capture_default_str();
+        program.add_option("--minutes", options.minutes, "How long");
+        program.add_option("--seconds", options.seconds,
+                           "The same in seconds, on top of the minutes");
+        program.add_option("--warm-up", options.warm_up, "Seconds before the first figures")
+            ->capture_default_str();
+        program.add_option("--limit", options.limit, "Milliseconds that an exchange may take")
+            ->capture_default_str();
+        program.add_option("--seed", options.seed, "Repeats the same faults")
+            ->capture_default_str();
+        CLI11_PARSE(program, argc, argv);
         return soak::Run(options) ? 0 : 1;
     } catch (const std::exception& e) {
         std::fprintf(stderr, "soak: %s\n", e.what());

@@ -49,10 +49,11 @@ template <class Record>
 void AddPlaced(std::vector<Record> records, const RecordDump<Record>& dump, Reading& reading) {
     for (Record& record : records) {
         const std::string place = std::exchange(record.slot_all_info_, "");
-        const std::string text = TextOf(record, dump);
+        std::string text = TextOf(record, dump);
         reading.statements.push_back(text);
         if (!place.empty()) {
-            reading.statements.push_back(text + "is in " + place);
+            text.append("is in ").append(place);
+            reading.statements.push_back(std::move(text));
         }
     }
 }

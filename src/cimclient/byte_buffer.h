@@ -46,7 +46,7 @@ private:
         if (grown == nullptr) {
             throw std::bad_alloc();
         }
-        bytes_.release();
+        static_cast<void>(bytes_.release());  // realloc() has freed it
         bytes_.reset(static_cast<char*>(grown));
         capacity_ = capacity;
     }

@@ -11,7 +11,7 @@ namespace simhost {
 
 namespace {
 
-constexpr long kDay = 24 * 60 * 60;
+constexpr long kDay = 24L * 60 * 60;
 
 void Require(bool success, const char* what) {
     if (!success) {

@@ -181,7 +181,7 @@ String ObjectReader::ReadHost() {
     if (host.size() > kMaxPlaceBytes) {
         xml_.FailValidation("The name of a host is too long");
     }
-    const String text = String::FromUtf8(host);
+    String text = String::FromUtf8(host);
     xml_.ExpectClose("HOST");
     return text;
 }

@@ -15,7 +15,7 @@ namespace {
 
 // Small at first: most replies are.
 constexpr std::size_t kFirstBlock = 2048;
-constexpr std::size_t kLargestBlock = 32 * 1024;
+constexpr std::size_t kLargestBlock = 32UL * 1024;
 /// Larger ones come from the heap, and are freed as soon as they end.
 constexpr std::size_t kLargestAllocation = 1024;
 constexpr std::size_t kAlignment = 8;

@@ -90,7 +90,7 @@ private:
             FailPair("invalid key name:" + std::string(name));
         }
         Take(1);
-        const CIMKeyBinding key = ReadValue(CIMName::Unchecked(String::FromUtf8(name)));
+        CIMKeyBinding key = ReadValue(CIMName::Unchecked(String::FromUtf8(name)));
         if (!rest_.empty() && Take(1) != ",") {
             FailPair("next key-value pair has to start with comma");
         }

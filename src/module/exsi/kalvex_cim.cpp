@@ -358,7 +358,7 @@ void KalvexCim::ParseClassCode(std::string& code) {
 }
 
 int KalvexCim::RetrieveSlotAllInfo(Pegasus::CIMInstance& instance, std::string& slot_all_info) {
-    const Pegasus::CIMObjectPath path = instance.getPath();
+    const Pegasus::CIMObjectPath& path = instance.getPath();
     Pegasus::Array<Pegasus::CIMObject> slots;
     const int slots_result =
         Associate(path, "IBMSG_DeviceInSlot", "IBMSG_SystemSlot", cimv2_connection_, slots);
