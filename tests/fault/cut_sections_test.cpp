@@ -5,7 +5,9 @@
 #include <ostream>
 #include <sstream>
 
-#include "module/exsi/result_dump.h"
+#include "schema/host_kinds.h"
+#include "schema/network_kinds.h"
+#include "schema/pci_kinds.h"
 #include "support/inventory_test.h"
 
 namespace {
@@ -31,14 +33,14 @@ std::ostream& operator<<(std::ostream& stream, const Outcome& outcome) {
     return stream;
 }
 
-template <class Record>
-std::string TextOf(const Record& record, const RecordDump<Record>& dump) {
+template <class Record, std::size_t count>
+std::string TextOf(const Record& record, const schema::KindOf<Record, count>& kind) {
     std::ostringstream text;
-    for (const auto& field : dump) {
-        text << field.label;
-        field.write(text, record);
+    kind.ForEachLogged(record, [&](const char* label, const auto& write) {
+        text << label;
+        write(text);
         text << ' ';
-    }
+    });
     return text.str();
 }
 
@@ -58,34 +60,34 @@ struct Reading {
     std::vector<std::string> before;
 };
 
-template <class Record>
+template <class Record, std::size_t count>
 Reading ListOf(std::function<int(Kalvex&, std::vector<Record>&)> operation,
-               const RecordDump<Record>& dump,
+               const schema::KindOf<Record, count>& kind,
                std::initializer_list<std::string Record::*> fields) {
     const Record before = Filled<Record>(fields);
-    return {[=](Kalvex& host) {
+    return {[=, &kind](Kalvex& host) {
                 std::vector<Record> records = {before};
                 Outcome outcome;
                 outcome.result = operation(host, records);
                 for (const Record& record : records) {
-                    outcome.held.push_back(TextOf(record, dump));
+                    outcome.held.push_back(TextOf(record, kind));
                 }
                 return outcome;
             },
-            {TextOf(before, dump)}};
+            {TextOf(before, kind)}};
 }
 
 Reading Endpoints(int family) {
     return ListOf<IPProtocolData>(
         [=](Kalvex& host, auto& endpoints) { return host.GetIPProtocolInfo(endpoints, family); },
-        kIPProtocolDump,
+        schema::kIPv4Endpoints,
         {&IPProtocolData::name, &IPProtocolData::enabled_state, &IPProtocolData::IPv4_address,
          &IPProtocolData::IPv6_address});
 }
 
 /// One of the lists of the PCI inventory.
-template <class Record>
-Reading PciListOf(std::vector<Record> Pciinfo::*list, const RecordDump<Record>& dump,
+template <class Record, std::size_t count>
+Reading PciListOf(std::vector<Record> Pciinfo::*list, const schema::KindOf<Record, count>& kind,
                   std::initializer_list<std::string Record::*> fields) {
     return ListOf<Record>(
         [=](Kalvex& host, std::vector<Record>& records) {
@@ -95,7 +97,7 @@ Reading PciListOf(std::vector<Record> Pciinfo::*list, const RecordDump<Record>& 
             std::swap(info.*list, records);
             return result;
         },
-        dump, fields);
+        kind, fields);
 }
 
 Reading Hypervisor() {
@@ -105,9 +107,9 @@ Reading Hypervisor() {
     return {[=](Kalvex& host) {
                 OperationSystem record = before;
                 const int result = host.GetOperationSystem(record);
-                return Outcome{result, {TextOf(record, kOperationSystemDump)}};
+                return Outcome{result, {TextOf(record, schema::kOs)}};
             },
-            {TextOf(before, kOperationSystemDump)}};
+            {TextOf(before, schema::kOs)}};
 }
 
 Reading System() {
@@ -116,9 +118,9 @@ Reading System() {
     return {[=](Kalvex& host) {
                 ComputerSystem record = before;
                 const int result = host.GetComputerSystem(record);
-                return Outcome{result, {TextOf(record, kComputerSystemDump)}};
+                return Outcome{result, {TextOf(record, schema::kSystem)}};
             },
-            {TextOf(before, kComputerSystemDump)}};
+            {TextOf(before, schema::kSystem)}};
 }
 
 struct Section {
@@ -141,25 +143,25 @@ const Section kSections[] = {
          "Description": "string", "InstallDate": "datetime"})",
      R"({"InstanceID": "a", "ElementName": "e", "VersionString": "1", "Description": "d"})", 1, 2,
      ListOf<InstalledPackage>(
-         std::mem_fn(&Kalvex::GetInstalledPackages), kInstalledPackageDump,
+         std::mem_fn(&Kalvex::GetInstalledPackages), schema::kPackages,
          {&InstalledPackage::product_name_, &InstalledPackage::product_version_,
           &InstalledPackage::summary_, &InstalledPackage::product_install_date_})},
     {"Events", "root/cimv2", "OMC_IpmiLogRecord",
      R"({"RecordID": "string", "MessageTimestamp": "datetime", "ElementName": "string"})",
      R"({"RecordID": "1", "ElementName": "e"})", 1, 2,
-     ListOf<IPMIEVENT>(std::mem_fn(&Kalvex::GetIpmiRecord), kIpmiEventDump,
+     ListOf<IPMIEVENT>(std::mem_fn(&Kalvex::GetIpmiRecord), schema::kEvents,
                        {&IPMIEVENT::time_stamp, &IPMIEVENT::message})},
     {"Privileges", "root/cimv2", "VMware_Privilege",
      R"({"InstanceID": "string", "ElementName": "string", "Activities": "uint16[]"})",
      R"({"InstanceID": "a", "ElementName": "e", "Activities": [1, 2]})", 1, 2,
      ListOf<VMwarePrivilegeData>(
-         std::mem_fn(&Kalvex::GetVMwarePrivilege), kPrivilegeDump,
+         std::mem_fn(&Kalvex::GetVMwarePrivilege), schema::kPrivileges,
          {&VMwarePrivilegeData::instance_id, &VMwarePrivilegeData::element_name,
           &VMwarePrivilegeData::activities})},
     {"Ports", "root/cimv2", "VMware_EthernetPort",
      R"({"DeviceID": "string", "Name": "string", "NetworkAddresses": "string[]"})",
      R"({"DeviceID": "d", "Name": "vmnic0", "NetworkAddresses": ["00:50:56:01:00:00"]})", 1, 2,
-     ListOf<PhysicalPort>(std::mem_fn(&Kalvex::GetEthernetPorts), kPhysicalPortDump,
+     ListOf<PhysicalPort>(std::mem_fn(&Kalvex::GetEthernetPorts), schema::kPorts,
                           {&PhysicalPort::name_, &PhysicalPort::network_addresses_,
                            &PhysicalPort::speed_, &PhysicalPort::speedduplex_})},
     {"IPv4Endpoints", "root/cimv2", "VMware_KernelIPv4ProtocolEndpoint",
@@ -171,17 +173,17 @@ const Section kSections[] = {
     {"PciDevices", "root/ibmsd", "IBMSG_PCIDevice",
      R"({"DeviceID": "string", "ClassCode": "uint8"})", R"({"DeviceID": "p", "ClassCode": 2})", 0,
      2,
-     PciListOf(&Pciinfo::devices_, kPciDeviceDump,
+     PciListOf(&Pciinfo::devices_, schema::kPciDevices,
                {&PCIDevice::class_code_, &PCIDevice::description_, &PCIDevice::slot_all_info_})},
     {"PciBridges", "root/ibmsd", "IBMSG_PCIBridge",
      R"({"DeviceID": "string", "ClassCode": "uint8"})", R"({"DeviceID": "b", "ClassCode": 6})", 0,
      2,
-     PciListOf(&Pciinfo::bridges_, kPciBridgeDump,
+     PciListOf(&Pciinfo::bridges_, schema::kPciBridges,
                {&PCIBridge::class_code_, &PCIBridge::description_, &PCIBridge::slot_all_info_})},
     {"PciSlots", "root/ibmsd", "IBMSG_SystemSlot",
      R"({"Tag": "string", "SlotDesignation": "string"})",
      R"({"Tag": "s", "SlotDesignation": "Slot 1"})", 0, 2,
-     PciListOf(&Pciinfo::slots_, kSystemSlotDump,
+     PciListOf(&Pciinfo::slots_, schema::kPciSlots,
                {&SystemSlot::slot_designation_, &SystemSlot::tag_})},
     {"Hypervisor", "root/cimv2", "VMware_HypervisorSoftwareIdentity",
      R"({"InstanceID": "string", "VersionString": "string", "Manufacturer": "string"})",

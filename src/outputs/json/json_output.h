@@ -11,7 +11,7 @@ namespace outputs {
 /// The name and version of the form.
 inline constexpr const char* kJsonSchemaName = "kalvex/1";
 
-/// Writes the document, and no line break after it. Takes no memory to speak of.
+/// Writes the document, and no line break after it. Takes hardly any memory.
 void WriteJson(const inventory::Document& document, std::ostream& out, JsonLayout layout);
 
 }  // namespace outputs
