@@ -8,7 +8,7 @@
 #include "cli/loopback.h"
 #include "cli/password.h"
 #include "cli/simulated_host.h"
-#include "common/platform/wipe.h"
+#include "common/platform/secret.h"
 #include "inventory/failure_meanings.h"
 #include "module/exsi/kalvex.h"
 #include "simhost/server.h"
@@ -50,7 +50,7 @@ ConnectionOptions ConnectionOptionsOf(const HostOptions& options) {
 }
 
 /// A host that asks for credentials is also sent a password without a user name.
-void WarnOfPlainCredentials(const HostOptions& options, const Secret& password) {
+void WarnOfPlainCredentials(const HostOptions& options, const Zentar::Secret& password) {
     const bool has_credentials = !options.user.empty() || !password.text().empty();
     if (options.transport == Transport::kHttp && has_credentials && !options.simulated &&
         !IsLoopback(options.host)) {
@@ -69,7 +69,7 @@ HostSession::HostSession(HostOptions options, const LogOptions& log)
     if (options_.simulated) {
         options_.host = options_.simulation.address;
     }
-    Secret password;
+    Zentar::Secret password;
     if (!options_.simulated || !options_.user.empty()) {
         password = PasswordSource(options_).Take();
         WarnOfPlainCredentials(options_, password);

@@ -6,6 +6,7 @@
 
 #include "cli/command_error.h"
 #include "cli/password_file.h"
+#include "cli/secret_input.h"
 #include "cli/terminal.h"
 #include "outputs/text/display_text.h"
 
@@ -18,12 +19,12 @@ namespace {
 constexpr const char* kVariable = "KALVEX_PASSWORD";
 
 /// The process list of some systems shows the environment too, so the value is overwritten there.
-Secret TakeFromEnvironment(char* value) {
-    if (std::strlen(value) > Secret::kCapacity) {
+Zentar::Secret TakeFromEnvironment(char* value) {
+    if (std::strlen(value) > kLongestPassword) {
         throw UsageError(std::string(kVariable) + " is too long for a password; shorten it");
     }
-    Secret password{std::string_view(value)};
-    Wipe(value, std::strlen(value));
+    Zentar::Secret password{std::string_view(value)};
+    Zentar::Wipe(value, std::strlen(value));
     unsetenv(kVariable);
     return password;
 }
@@ -50,7 +51,7 @@ PasswordSource::PasswordSource(const HostOptions& options) {
     }
 }
 
-Secret PasswordSource::Take() {
+Zentar::Secret PasswordSource::Take() {
     return prompt_.empty() ? std::move(known_) : AskOnTerminal(prompt_);
 }
 

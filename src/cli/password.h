@@ -2,7 +2,7 @@
 #pragma once
 
 #include "cli/host_options.h"
-#include "cli/secret.h"
+#include "common/platform/secret.h"
 
 namespace command {
 
@@ -14,11 +14,11 @@ public:
     explicit PasswordSource(const HostOptions& options);
 
     /// Once; asks on the terminal when that is the source.
-    Secret Take();
+    Zentar::Secret Take();
 
 private:
     std::string prompt_;  ///< empty when the password is known
-    Secret known_;
+    Zentar::Secret known_;
 };
 
 }  // namespace command

@@ -8,6 +8,7 @@
 #include <cstring>
 
 #include "cli/command_error.h"
+#include "cli/secret_input.h"
 
 namespace command {
 
@@ -20,7 +21,8 @@ namespace {
                      " a file that holds the password alone");
 }
 
-void CheckPassword(const std::string& file, const std::string& option, const Secret& password) {
+void CheckPassword(const std::string& file, const std::string& option,
+                   const Zentar::Secret& password) {
     if (password.text().find('\0') != std::string::npos) {
         FailToRead(file, option, "it holds a NUL byte");
     }
@@ -28,11 +30,11 @@ void CheckPassword(const std::string& file, const std::string& option, const Sec
 
 }  // namespace
 
-Secret ReadPasswordFile(const std::string& file, const std::string& option) {
+Zentar::Secret ReadPasswordFile(const std::string& file, const std::string& option) {
     const bool is_stdin = file == "-";
     const int descriptor = is_stdin ? STDIN_FILENO : open(file.c_str(), O_RDONLY | O_CLOEXEC);
-    Secret password;
-    const bool was_read = descriptor >= 0 && password.ReadFrom(descriptor, false);
+    Zentar::Secret password;
+    const bool was_read = descriptor >= 0 && ReadSecret(descriptor, false, password);
     const int error = errno;
     if (descriptor >= 0 && !is_stdin) {
         close(descriptor);
@@ -40,7 +42,7 @@ Secret ReadPasswordFile(const std::string& file, const std::string& option) {
     if (!was_read) {
         FailToRead(file, option, error == E2BIG ? "it is too long" : std::strerror(error));
     }
-    password.DropLineBreak();
+    DropLineBreak(password);
     CheckPassword(file, option, password);
     return password;
 }

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "cli/secret.h"
+#include "common/platform/secret.h"
 
 namespace CLI {
 class App;
@@ -13,7 +13,7 @@ namespace command {
 
 /// The file's content, or standard input's for "-", without one line break at its end. Throws
 /// UsageError, which names the option that the file was given with, when it cannot be read.
-Secret ReadPasswordFile(const std::string& file, const std::string& option);
+Zentar::Secret ReadPasswordFile(const std::string& file, const std::string& option);
 
 /// A password among the arguments shows in every process list. Makes the option an error that says
 /// `remedy`; the value is neither used nor repeated.

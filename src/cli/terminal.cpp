@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "cli/command_error.h"
+#include "cli/secret_input.h"
 
 namespace command {
 
@@ -119,13 +120,13 @@ private:
 };
 
 /// Returns the signal that came before the line, or 0.
-int ReadSilently(int terminal, const std::string& prompt, Secret& line, bool& was_read) {
+int ReadSilently(int terminal, const std::string& prompt, Zentar::Secret& line, bool& was_read) {
     caught_signal = 0;
     HeldSignals signals;
     const SilentTerminal silent(terminal);
     Write(terminal, prompt);
     if (signals.WaitForInput(terminal)) {
-        was_read = line.ReadFrom(terminal, true);
+        was_read = ReadSecret(terminal, true, line);
     } else {
         Write(terminal, "\n");
     }
@@ -136,9 +137,9 @@ int ReadSilently(int terminal, const std::string& prompt, Secret& line, bool& wa
 
 bool HasTerminal() { return Descriptor().number() >= 0; }
 
-Secret AskOnTerminal(const std::string& prompt) {
+Zentar::Secret AskOnTerminal(const std::string& prompt) {
     const Descriptor terminal;
-    Secret line;
+    Zentar::Secret line;
     bool was_read = false;
     // A signal takes effect once the terminal is as it was; after a stop the question comes again.
     while (const int signal = ReadSilently(terminal.number(), prompt, line, was_read)) {
@@ -148,7 +149,7 @@ Secret AskOnTerminal(const std::string& prompt) {
         throw UsageError(
             "no password was typed; type one, or give --password-file or KALVEX_PASSWORD");
     }
-    line.DropLineBreak();
+    DropLineBreak(line);
     return line;
 }
 

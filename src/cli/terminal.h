@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "cli/secret.h"
+#include "common/platform/secret.h"
 
 namespace command {
 
@@ -13,6 +13,6 @@ bool HasTerminal();
 /// Writes the prompt to the terminal and reads one line without echo, its line break dropped. The
 /// echo is restored in any case, also when a signal ends or stops the process meanwhile. Throws
 /// UsageError when nothing could be read.
-Secret AskOnTerminal(const std::string& prompt);
+Zentar::Secret AskOnTerminal(const std::string& prompt);
 
 }  // namespace command

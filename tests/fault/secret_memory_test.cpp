@@ -3,9 +3,9 @@
 #include <gmock/gmock.h>
 #include <string.h>
 
-#include "Pegasus/Client/CIMClient.h"
 #include "bench/server_process.h"
-#include "common/platform/wipe.h"
+#include "client/client_settings.h"
+#include "common/platform/secret.h"
 #include "fault/process_memory.h"
 #include "module/transcripts/operations.h"
 #include "support/cim_replies.h"
@@ -45,20 +45,6 @@ std::string TextOf(const MaskedText& masked) {
         text.push_back(masked[i]);
     }
     return text;
-}
-
-String StringOf(const MaskedText& masked) {
-    std::string text = TextOf(masked);
-    const String string(text.c_str());
-    Zentar::Wipe(text);
-    return string;
-}
-
-/// What the test itself has given is its own to forget.
-void Overwrite(String& text) {
-    for (Uint32 i = 0; i < text.size(); ++i) {
-        text[i] = Char16();
-    }
 }
 
 class Host : public bench::Service {
@@ -124,17 +110,16 @@ protected:
     }
 
     static void ConnectTo(CIMClient& client, std::uint16_t port, const Account& account) {
-        String password = StringOf(account.password);
-        const String user = StringOf(account.user);
+        const SSLContext any_host("", nullptr);
+        const std::string user = TextOf(account.user);
+        std::string password = TextOf(account.password);
         try {
-            if (GetParam() == Transport::kHttps) {
-                client.connect("127.0.0.1", port, SSLContext("", nullptr), user, password);
-            } else {
-                client.connect("127.0.0.1", port, user, password);
-            }
+            cimclient::Connect(
+                client, {"127.0.0.1", port, GetParam() == Transport::kHttps ? &any_host : nullptr,
+                         user, password});
         } catch (const CannotConnectException&) {
         }
-        Overwrite(password);
+        Zentar::Wipe(password);  // what the test itself has given is its own to forget
     }
 
     static std::string Ask(CIMClient& client) {

@@ -77,12 +77,12 @@ void CIMClient::setTimeout(Uint32 timeoutMilliseconds) {
 
 void CIMClient::connect(const String& host, const Uint32 portNumber, const String& userName,
                         const String& password) {
-    session_->Connect(host, portNumber, nullptr, userName, password);
+    session_->Connect({host.utf8(), portNumber, nullptr, userName.utf8(), password.utf8()});
 }
 
 void CIMClient::connect(const String& host, const Uint32 portNumber, const SSLContext& sslContext,
                         const String& userName, const String& password) {
-    session_->Connect(host, portNumber, &sslContext, userName, password);
+    session_->Connect({host.utf8(), portNumber, &sslContext, userName.utf8(), password.utf8()});
 }
 
 void CIMClient::disconnect() { session_->Disconnect(); }
@@ -116,6 +116,10 @@ namespace cimclient {
 
 void Configure(Pegasus::CIMClient& client, ClientSettings settings) {
     Pegasus::detail::ClientAccess::SessionOf(client).Configure(std::move(settings));
+}
+
+void Connect(Pegasus::CIMClient& client, const Address& address) {
+    Pegasus::detail::ClientAccess::SessionOf(client).Connect(address);
 }
 
 }  // namespace cimclient

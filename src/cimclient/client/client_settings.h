@@ -22,4 +22,16 @@ struct ClientSettings {
 /// Before the client connects.
 void Configure(Pegasus::CIMClient& client, ClientSettings settings);
 
+/// Whom to connect to, and as whom. The texts are UTF-8.
+struct Address {
+    std::string_view host;
+    unsigned port;
+    const Pegasus::SSLContext* tls;  ///< null for plain TCP
+    std::string_view user;
+    std::string_view password;
+};
+
+/// As CIMClient::connect, from texts that the caller can overwrite.
+void Connect(Pegasus::CIMClient& client, const Address& address);
+
 }  // namespace cimclient

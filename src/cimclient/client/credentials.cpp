@@ -1,6 +1,5 @@
 #include "client/credentials.h"
 
-#include <openssl/crypto.h>
 #include <openssl/evp.h>
 
 #include <algorithm>
@@ -29,6 +28,11 @@ std::size_t ItemLength(std::string_view text) {
 constexpr std::string_view kSchemeAndBlank = "Basic ";
 constexpr std::size_t kShortestPasswordRemoved = 6;
 
+unsigned char* Bytes(char* text) { return reinterpret_cast<unsigned char*>(text); }
+const unsigned char* Bytes(const char* text) {
+    return reinterpret_cast<const unsigned char*>(text);
+}
+
 std::size_t CharactersIn(std::string_view utf8) {
     std::size_t count = 0;
     for (const char c : utf8) {
@@ -48,54 +52,33 @@ void Replace(std::string& text, std::string_view secret) {
 }  // namespace
 
 Credentials::Credentials(std::string_view user, std::string_view password)
-    : user_bytes_(user.size()) {
-    std::string plain;
-    plain.reserve(user.size() + 1 + password.size());  // growing would leave copies
-    plain.append(user).append(":").append(password);
-    std::string encoded(4 * ((plain.size() + 2) / 3) + 1, '\0');
-    EVP_EncodeBlock(reinterpret_cast<unsigned char*>(encoded.data()),
-                    reinterpret_cast<const unsigned char*>(plain.data()),
-                    static_cast<int>(plain.size()));
-    encoded.pop_back();
-    value_.reserve(kSchemeAndBlank.size() + encoded.size());
-    value_.append(kSchemeAndBlank).append(encoded);
-    Wipe(plain);
-    Wipe(encoded);
-}
-
-Credentials::~Credentials() { Wipe(value_); }
-
-Credentials& Credentials::operator=(Credentials&& other) noexcept {
-    Wipe(value_);
-    value_.swap(other.value_);
-    user_bytes_ = other.user_bytes_;
-    return *this;
+    : value_(kSchemeAndBlank), user_bytes_(user.size()) {
+    Zentar::Secret plain(user);
+    plain.Append(":");
+    plain.Append(password);
+    const std::size_t encoded_bytes = 4 * ((plain.text().size() + 2) / 3);
+    value_.Resize(kSchemeAndBlank.size() + encoded_bytes + 1);  // the encoder appends a zero
+    EVP_EncodeBlock(Bytes(value_.data() + kSchemeAndBlank.size()), Bytes(plain.data()),
+                    static_cast<int>(plain.text().size()));
+    value_.Resize(kSchemeAndBlank.size() + encoded_bytes);
 }
 
 void Credentials::RemoveFrom(std::string& text) const {
-    if (value_.empty()) {
+    if (value_.text().empty()) {
         return;
     }
-    const std::string_view encoded = std::string_view(value_).substr(kSchemeAndBlank.size());
+    const std::string_view encoded = std::string_view(value_.text()).substr(kSchemeAndBlank.size());
     Replace(text, encoded);
-    std::string plain(encoded.size(), '\0');
-    EVP_DecodeBlock(reinterpret_cast<unsigned char*>(plain.data()),
-                    reinterpret_cast<const unsigned char*>(encoded.data()),
-                    static_cast<int>(encoded.size()));
+    Zentar::Secret plain;
+    plain.Resize(encoded.size());
+    EVP_DecodeBlock(Bytes(plain.data()), Bytes(encoded.data()), static_cast<int>(encoded.size()));
     // The decoder leaves zeros for the padding.
     const std::size_t padding = encoded.size() - std::min(encoded.find('='), encoded.size());
-    plain.resize(encoded.size() / 4 * 3 - padding);
-    const std::string_view password = std::string_view(plain).substr(user_bytes_ + 1);
+    plain.Resize(encoded.size() / 4 * 3 - padding);
+    const std::string_view password = std::string_view(plain.text()).substr(user_bytes_ + 1);
     if (CharactersIn(password) >= kShortestPasswordRemoved) {
         Replace(text, password);
     }
-    Wipe(plain);
-}
-
-void Wipe(std::string& text) {
-    text.resize(text.capacity());
-    OPENSSL_cleanse(text.data(), text.size());
-    text.clear();
 }
 
 bool OffersBasic(std::string_view challenge) {

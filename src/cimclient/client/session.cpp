@@ -63,18 +63,18 @@ bool IsBasicChallenge(const HttpReply& reply) {
 
 }  // namespace
 
-void Session::Connect(const String& host, unsigned port, const Pegasus::SSLContext* tls,
-                      const String& user, const String& password) {
+void Session::Connect(const Address& address) {
     if (connection_) {
         throw Pegasus::AlreadyConnectedException();
     }
     Disconnect();
-    host_ = host.utf8().empty() ? "localhost" : std::string(host.utf8());
-    port_ = port;
+    host_ = address.host.empty() ? "localhost" : std::string(address.host);
+    port_ = address.port;
     connect_timeout_ = timeout_;
-    tls_ = tls != nullptr ? std::make_unique<TlsSettings>(*tls, settings_.trust) : nullptr;
+    tls_ = address.tls != nullptr ? std::make_unique<TlsSettings>(*address.tls, settings_.trust)
+                                  : nullptr;
     Open(FromNow(timeout_));
-    credentials_ = Credentials(user.utf8(), password.utf8());
+    credentials_ = Credentials(address.user, address.password);
     is_open_ = true;
 }
 
@@ -211,23 +211,13 @@ std::optional<Session::Answer> Session::SendOnce(const Operation& operation,
     }
 }
 
-namespace {
-
-struct WipeAtEnd {
-    ~WipeAtEnd() { Wipe(text); }
-    std::string& text;
-};
-
-}  // namespace
-
 bool Session::Send(const Operation& operation, const Limit& limit) {
     const std::string_view authorization =
-        challenged_ ? credentials_.AuthorizationValue() : std::string_view();
-    std::string request = WriteHttpRequest(
+        challenged_ ? std::string_view(credentials_.AuthorizationValue()) : std::string_view();
+    const Zentar::Secret request = WriteHttpRequest(
         {HostField(host_, port_), operation.method, operation.name_space, authorization},
         operation.body);
-    const WipeAtEnd wipe{request};
-    return connection_->Write(request, limit);
+    return connection_->Write(request.text(), limit);
 }
 
 namespace {

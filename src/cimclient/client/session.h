@@ -32,8 +32,7 @@ public:
     unsigned Timeout() const { return static_cast<unsigned>(timeout_.count()); }
 
     /// Throws AlreadyConnectedException, InvalidLocatorException or CannotConnectException.
-    void Connect(const Pegasus::String& host, unsigned port, const Pegasus::SSLContext* tls,
-                 const Pegasus::String& user, const Pegasus::String& password);
+    void Connect(const Address& address);
     void Disconnect();
 
     /// Gives the next bytes of a reply's body, and an empty view at its end.

@@ -39,18 +39,15 @@ std::string PublicFields(const RequestHead& head, std::size_t body_bytes) {
 
 }  // namespace
 
-std::string WriteHttpRequest(const RequestHead& head, std::string_view body) {
-    constexpr std::string_view kFieldName = "Authorization: ";
-    constexpr std::string_view kLineEnd = "\r\n";
-    const std::string fields = PublicFields(head, body.size());
-    std::string request;
-    request.reserve(fields.size() + kFieldName.size() + head.authorization.size() +
-                    2 * kLineEnd.size() + body.size());
-    request.append(fields);
+Zentar::Secret WriteHttpRequest(const RequestHead& head, std::string_view body) {
+    Zentar::Secret request(PublicFields(head, body.size()));
     if (!head.authorization.empty()) {
-        request.append(kFieldName).append(head.authorization).append(kLineEnd);
+        request.Append("Authorization: ");
+        request.Append(head.authorization);
+        request.Append("\r\n");
     }
-    request.append(kLineEnd).append(body);
+    request.Append("\r\n");
+    request.Append(body);
     return request;
 }
 

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "common/platform/secret.h"
+
 namespace cimclient {
 
 struct RequestHead {
@@ -13,8 +15,7 @@ struct RequestHead {
     std::string_view authorization;  ///< the field's value, empty for none
 };
 
-/// Head and body. The text is written without ever growing, which would leave a copy of the
-/// credentials.
-std::string WriteHttpRequest(const RequestHead& head, std::string_view body);
+/// Head and body.
+Zentar::Secret WriteHttpRequest(const RequestHead& head, std::string_view body);
 
 }  // namespace cimclient

@@ -5,6 +5,7 @@
 #include "client/client_settings.h"
 #include "common/cimom/src/exception_causes.h"
 #include "explained.h"
+#include "object_model/utf.h"
 
 namespace Zentar {
 
@@ -37,6 +38,17 @@ bool ClientTestsTrust() { return true; }
 void PrepareClient(Pegasus::CIMClient& client, const ZentarConnection::ConnectionOptions& options,
                    const std::shared_ptr<Cancellation>& cancellation) {
     cimclient::Configure(client, {cancellation, TrustOf(options), options.max_reply_bytes});
+}
+
+void ConnectClient(Pegasus::CIMClient& client, const ZentarConnection::ConnectionInfo& info,
+                   const Pegasus::SSLContext* tls) {
+    const Pegasus::String host(info.host.c_str());
+    const Pegasus::String user(info.user.c_str());
+    const std::string_view password(info.password.c_str());  // up to a zero, as the others
+    if (Pegasus::detail::FirstInvalidUtf8(password) != std::string_view::npos) {
+        throw Pegasus::Exception("The password is not valid UTF-8.");
+    }
+    cimclient::Connect(client, {host.utf8(), info.port, tls, user.utf8(), password});
 }
 
 Failure CauseOf(const Pegasus::Exception& exception) {

@@ -6,7 +6,7 @@
 #include "common/cimom/src/cimfunc.h"
 #include "common/cimom/src/host_access.h"
 #include "common/log/log_message.h"
-#include "common/platform/wipe.h"
+#include "common/platform/secret.h"
 #include "module/exsi/identifying_info.h"
 #include "module/exsi/list_query.h"
 #include "schema/host_kinds.h"

@@ -8,7 +8,7 @@
 #include "common/cimom/src/exception_causes.h"
 #include "common/cimom/src/host_access.h"
 #include "common/log/log_message.h"
-#include "common/platform/wipe.h"
+#include "common/platform/secret.h"
 #include "common/text/beginning.h"
 
 namespace Zentar {
@@ -18,8 +18,6 @@ namespace {
 using Pegasus::Uint32;  // PEG_NOT_FOUND names it so
 
 enum ConnectionType : std::int32_t { kHttp = 0, kHttps = 1 };
-
-Pegasus::String ToCimString(const std::string& text) { return Pegasus::String(text.c_str()); }
 
 std::string ToText(const Pegasus::String& text) { return std::string(text.getCString()); }
 
@@ -80,44 +78,6 @@ void DestroyClient(CimConnection& conn) {
     conn.client = nullptr;
 }
 
-/// A password on its way to the client, overwritten afterwards.
-class PasswordText {
-public:
-    explicit PasswordText(const std::string& password) {
-        try {
-            text_ = ToCimString(password);
-            text_.getChar16Data();  // so that overwriting the units needs no memory
-        } catch (const Pegasus::Exception&) {
-            // Its message repeats the text, and is going to be logged.
-            throw Pegasus::Exception("The password is not valid UTF-8.");
-        }
-    }
-    ~PasswordText() {
-        for (Pegasus::Uint32 i = 0; i < text_.size(); ++i) {
-            text_[i] = Pegasus::Char16();
-        }
-    }
-    PasswordText(const PasswordText&) = delete;
-    PasswordText& operator=(const PasswordText&) = delete;
-
-    const Pegasus::String& text() const { return text_; }
-
-private:
-    Pegasus::String text_;
-};
-
-void ConnectOnce(CimConnection& conn, const Pegasus::SSLContext& ssl_context) {
-    const auto& info = conn.info;
-    const Pegasus::String host = ToCimString(info.host);
-    const Pegasus::String user = ToCimString(info.user);
-    const PasswordText password(info.password);
-    if (info.connection_type == kHttp) {
-        conn.client->connect(host, info.port, user, password.text());
-    } else {
-        conn.client->connect(host, info.port, ssl_context, user, password.text());
-    }
-}
-
 /// What is wrong with the options about trust, for this connection; empty when nothing is. A client
 /// that can keep them is ready to.
 std::string TrustProblem(const CimConnection& conn) {
@@ -146,7 +106,10 @@ void NoteBadConnectionInfo(CimConnection& conn, const Asked& asked, std::string 
 /// Nothing has been replied yet: what is wrong then and is not the host's is what was asked for.
 std::optional<Thrown> FailureToConnect(CimConnection& conn,
                                        const Pegasus::SSLContext& ssl_context) {
-    auto failure = FailureOf([&] { ConnectOnce(conn, ssl_context); });
+    auto failure = FailureOf([&] {
+        ConnectClient(*conn.client, conn.info,
+                      conn.info.connection_type == kHttps ? &ssl_context : nullptr);
+    });
     if (failure && failure->cause.kind == FailureKind::kBadReply) {
         failure->cause.kind = FailureKind::kBadConnectionInfo;
     }

@@ -6,6 +6,7 @@
 
 #include <memory>
 
+#include "common/records/connection_info.h"
 #include "common/records/connection_options.h"
 #include "common/records/failure.h"
 
@@ -22,6 +23,11 @@ bool ClientTestsTrust();
 /// about trust cannot be used.
 void PrepareClient(Pegasus::CIMClient& client, const ZentarConnection::ConnectionOptions& options,
                    const std::shared_ptr<Cancellation>& cancellation);
+
+/// Connects to the host of `info` with its user and password, which is never repeated in a message:
+/// over TLS with a context, over plain TCP without. What the client threw is thrown on.
+void ConnectClient(Pegasus::CIMClient& client, const ZentarConnection::ConnectionInfo& info,
+                   const Pegasus::SSLContext* tls);
 
 /// Why the client threw: kind, phase, code and text of a failure, from the exception's type and
 /// status alone. The text is what the client knows of the reason, at best the operating system's.
