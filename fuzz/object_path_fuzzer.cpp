@@ -2,13 +2,13 @@
 // host without a namespace: that form is written, but refused.
 #include "Pegasus/Common/CIMObjectPath.h"
 #include "Pegasus/Common/Exception.h"
-#include "object_model/utf.h"
+#include "common/text/utf8.h"
 #include "target.h"
 
 using namespace Pegasus;
 
 void fuzz::Try(std::string_view input) {
-    if (detail::FirstInvalidUtf8(input) != std::string_view::npos) {
+    if (Zentar::FirstInvalidUtf8(input) != std::string_view::npos) {
         return;
     }
     try {

@@ -1,8 +1,8 @@
 #include "cimxml/name_cache.h"
 
 #include "cimxml/mix.h"
+#include "common/text/byte_words.h"
 #include "object_model/names.h"
-#include "xml/byte_words.h"
 
 namespace cimclient {
 
@@ -13,7 +13,7 @@ CIMName NameCache::Name(std::string_view text) {
         return {};
     }
     CIMName& cached = names_[Mix(text) % names_.size()];
-    if (!byte_words::SameBytes(cached.getString().utf8(), text)) {
+    if (!Zentar::byte_words::SameBytes(cached.getString().utf8(), text)) {
         if (!Pegasus::detail::IsLegalName(text)) {
             return {};
         }

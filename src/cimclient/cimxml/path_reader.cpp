@@ -116,7 +116,7 @@ CIMKeyBinding ObjectReader::ReadKeyValue(const CIMName& name) {
 
 CIMKeyBinding ObjectReader::ReadReferenceKey(const CIMName& name) {
     const String text = ReadReference().toString();
-    if (text.size() > kMaxReferenceBytes) {
+    if (text.utf8().size() > kMaxReferenceBytes) {
         xml_.FailValidation("The reference in a key is too long");
     }
     return CIMKeyBinding(name, text, CIMKeyBinding::REFERENCE);

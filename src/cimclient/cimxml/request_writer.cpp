@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "object_model/object_text.h"
+#include "common/text/xml_escape.h"
 
 namespace cimclient {
 
@@ -79,7 +79,7 @@ private:
     void Line(std::string_view line) { text_.append(line).append("\n"); }
     void Element(std::string_view before, std::string_view text, std::string_view after) {
         text_ += before;
-        Pegasus::detail::AppendXmlEscaped(text_, text);
+        Zentar::AppendXmlEscaped(text_, text);
         Line(after);
     }
     void OpenParameter(const char* name) { Element("<IPARAMVALUE NAME=\"", name, "\">"); }

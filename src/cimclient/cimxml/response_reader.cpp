@@ -8,11 +8,11 @@
 #include "Pegasus/Client/CIMClientException.h"
 #include "ascii.h"
 #include "cimxml/object_reader.h"
+#include "common/text/utf8.h"
 #include "explained.h"
 #include "object_model/arena.h"
 #include "object_model/memory_budget.h"
 #include "object_model/object_text.h"
-#include "object_model/utf.h"
 #include "object_model/value_body.h"
 #include "reply_limits.h"
 
@@ -94,8 +94,7 @@ int ErrorCode(XmlReader& xml) {
 std::optional<CIMException> ReadError(XmlReader& xml) {
     const int code = ErrorCode(xml);
     const std::string_view description = xml.FindAttribute("DESCRIPTION").value_or("");
-    const std::string quoted =
-        Pegasus::detail::RepairedUtf8(description.substr(0, kMaxQuotedBytes));
+    const std::string quoted = Zentar::RepairedUtf8(description.substr(0, kMaxQuotedBytes));
     const CIMException error(static_cast<CIMStatusCode>(code), String::FromUtf8(quoted));
     xml.Advance();
     ObjectReader reader(xml);

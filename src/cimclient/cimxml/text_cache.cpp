@@ -1,7 +1,7 @@
 #include "cimxml/text_cache.h"
 
 #include "cimxml/mix.h"
-#include "xml/byte_words.h"
+#include "common/text/byte_words.h"
 
 namespace cimclient {
 
@@ -19,7 +19,7 @@ String TextCache::Text(std::string_view text) {
         return String::FromUtf8(text);
     }
     String& cached = texts_[Mix(text) % texts_.size()];
-    if (!byte_words::SameBytes(cached.utf8(), text)) {
+    if (!Zentar::byte_words::SameBytes(cached.utf8(), text)) {
         cached = String::FromUtf8(text);
     }
     return cached;

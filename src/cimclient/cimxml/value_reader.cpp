@@ -5,8 +5,8 @@
 #include <type_traits>
 
 #include "cimxml/embedded_object.h"
+#include "common/text/utf8.h"
 #include "object_model/datetime.h"
-#include "object_model/utf.h"
 #include "object_model/value_body.h"
 #include "object_model/value_texts.h"
 
@@ -58,7 +58,10 @@ std::optional<String> ReadReal(std::string_view text, TextCache& cache) {
 }
 
 std::optional<String> ReadChar16(std::string_view text, TextCache& cache) {
-    return Pegasus::detail::Utf16Length(text) == 1 ? std::optional(cache.Text(text)) : std::nullopt;
+    constexpr std::size_t kMostBytes = 3;  // of a character that is one unit of UTF-16
+    const bool is_one = !text.empty() && text.size() <= kMostBytes &&
+                        Zentar::FirstUnit(text).bytes.size() == text.size();
+    return is_one ? std::optional(cache.Text(text)) : std::nullopt;
 }
 
 std::optional<String> ReadString(std::string_view text, TextCache& cache) {

@@ -5,8 +5,8 @@
 #include <optional>
 
 #include "Pegasus/Client/CIMClientException.h"
+#include "common/text/utf8.h"
 #include "explained.h"
-#include "object_model/utf.h"
 
 namespace cimclient {
 
@@ -15,8 +15,7 @@ namespace {
 using namespace Pegasus;
 
 String Decoded(const HeaderFields& fields, std::string_view name) {
-    return String::FromUtf8(
-        Pegasus::detail::RepairedUtf8(PercentDecoded(fields.ValueOr(name, ""))));
+    return String::FromUtf8(Zentar::RepairedUtf8(PercentDecoded(fields.ValueOr(name, ""))));
 }
 
 String Text(const HeaderFields& fields, std::string_view name) {

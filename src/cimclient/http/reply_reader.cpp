@@ -7,8 +7,8 @@
 
 #include "Pegasus/Client/CIMClientException.h"
 #include "ascii.h"
+#include "common/text/utf8.h"
 #include "explained.h"
-#include "object_model/utf.h"
 #include "reply_limits.h"
 
 namespace cimclient {
@@ -111,7 +111,7 @@ bool ReplyReader::ReadFields(HeaderFields& fields, std::size_t& budget) {
         if (lines == kMaxHeadLines) {
             FailHeadTooLarge();
         }
-        fields.Add(Pegasus::detail::RepairedUtf8(line));
+        fields.Add(Zentar::RepairedUtf8(line));
     }
     return false;
 }
@@ -133,7 +133,7 @@ void ReplyReader::ReadStatusLine(HttpReply& reply, std::size_t& budget) {
     }
     reply.is_http_1_0 = text.substr(0, kStatusAt) == "HTTP/1.0 ";
     std::from_chars(text.data() + kStatusAt, text.data() + kStatusAt + 3, reply.status);
-    reply.reason = Pegasus::detail::RepairedUtf8(text.substr(kStatusAt + 4));
+    reply.reason = Zentar::RepairedUtf8(text.substr(kStatusAt + 4));
 }
 
 HttpReply ReplyReader::ReadHead() {

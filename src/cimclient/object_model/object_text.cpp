@@ -1,8 +1,8 @@
 #include "object_model/object_text.h"
 
-#include <algorithm>
-#include <utility>
+#include <string>
 
+#include "common/text/xml_escape.h"
 #include "object_model/text_making.h"
 #include "object_model/value_body.h"
 #include "object_model/value_texts.h"
@@ -10,27 +10,6 @@
 namespace Pegasus::kalvex::detail {
 
 namespace {
-
-bool StandsForItself(char c) {
-    const auto byte = static_cast<unsigned char>(c);
-    return byte >= 0x20 && byte != 0x7F && c != '<' && c != '>' && c != '&' && c != '"' &&
-           c != '\'';
-}
-
-/// References without their ampersand.
-constexpr std::pair<char, std::string_view> kEntities[] = {
-    {'<', "lt;"}, {'>', "gt;"}, {'&', "amp;"}, {'"', "quot;"}, {'\'', "apos;"}};
-
-template <class Sink>
-void AppendReference(Sink& out, char c) {
-    for (const auto& [character, reference] : kEntities) {
-        if (c == character) {
-            out.Append(reference);
-            return;
-        }
-    }
-    out.Append("#" + std::to_string(static_cast<int>(c)) + ";");
-}
 
 /// Escapes a text any number of times in one pass: of a reference, each further time replaces the
 /// ampersand alone.
@@ -46,13 +25,12 @@ public:
         }
         const std::string_view ampersand = Ampersand(times);
         while (!text.empty()) {
-            const auto* const special = std::find_if_not(text.begin(), text.end(), StandsForItself);
-            const auto plain = static_cast<std::size_t>(special - text.begin());
+            const std::size_t plain = Zentar::PlainXmlLength(text);
             out_.Append(text.substr(0, plain));
             text.remove_prefix(plain);
             if (!text.empty()) {
                 out_.Append(ampersand);
-                AppendReference(out_, text.front());
+                out_.Append(Zentar::XmlReference(text.front()));
                 text.remove_prefix(1);
             }
         }
@@ -215,12 +193,6 @@ void AppendContent(Sink& out, const CIMValue& value) {
     ObjectWriter<Sink>(out).Content(value);
 }
 
-/// A sink that appends to a string.
-struct StringEnd {
-    std::string& text;
-    void Append(std::string_view more) const { text += more; }
-};
-
 }  // namespace
 
 String TextOfContent(const CIMValue& value) {
@@ -231,11 +203,6 @@ std::size_t BytesOfContent(const CIMValue& value) {
     TextLength length;
     AppendContent(length, value);
     return length.bytes();
-}
-
-void AppendXmlEscaped(std::string& out, std::string_view text) {
-    StringEnd end{out};
-    Escaper<StringEnd>(end).Append(text, 1);
 }
 
 }  // namespace Pegasus::kalvex::detail

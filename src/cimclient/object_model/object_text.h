@@ -1,8 +1,6 @@
 // The text form of values, and that of objects: their INSTANCE or CLASS element (DSP0201).
 #pragma once
 
-#include <string>
-
 #include "Pegasus/Common/CIMValue.h"
 
 namespace Pegasus::kalvex::detail {
@@ -13,8 +11,5 @@ String TextOfContent(const CIMValue& value);
 /// Its bytes, without making it. Takes time in proportion to what the value holds, not to its text,
 /// in which a quotation mark grows with every level of embedding.
 std::size_t BytesOfContent(const CIMValue& value);
-
-/// The text with the five predefined entities, and control characters as references.
-void AppendXmlEscaped(std::string& out, std::string_view text);
 
 }  // namespace Pegasus::kalvex::detail

@@ -4,8 +4,8 @@
 
 #include "client/client_settings.h"
 #include "common/cimom/src/exception_causes.h"
+#include "common/text/utf8.h"
 #include "explained.h"
-#include "object_model/utf.h"
 
 namespace Zentar {
 
@@ -45,7 +45,7 @@ void ConnectClient(Pegasus::CIMClient& client, const ZentarConnection::Connectio
     const Pegasus::String host(info.host.c_str());
     const Pegasus::String user(info.user.c_str());
     const std::string_view password(info.password.c_str());  // up to a zero, as the others
-    if (Pegasus::detail::FirstInvalidUtf8(password) != std::string_view::npos) {
+    if (Zentar::FirstInvalidUtf8(password) != std::string_view::npos) {
         throw Pegasus::Exception("The password is not valid UTF-8.");
     }
     cimclient::Connect(client, {host.utf8(), info.port, tls, user.utf8(), password});

@@ -2,7 +2,7 @@
 #include <optional>
 #include <stdexcept>
 
-#include "object_model/utf.h"
+#include "common/text/utf8.h"
 #include "xml/xml_reader.h"
 
 namespace cimclient {
@@ -64,7 +64,7 @@ std::optional<std::pair<std::string, std::size_t>> SpeltBytes(std::string_view r
         }
         bytes += static_cast<char>(reference->code);
         length += reference->length;
-        if (Pegasus::detail::Utf8SequenceLength(bytes) == bytes.size()) {
+        if (Zentar::FirstInvalidUtf8(bytes) == std::string_view::npos) {
             return std::pair(bytes, length);
         }
     }
@@ -94,7 +94,7 @@ std::string ResolveReferences(std::string_view raw) {
         if (!reference) {
             throw std::invalid_argument("Malformed reference");
         }
-        Pegasus::detail::AppendUtf8(text, IsCharacter(reference->code) ? reference->code : 0xFFFD);
+        Zentar::AppendUtf8(text, IsCharacter(reference->code) ? reference->code : 0xFFFD);
         raw.remove_prefix(reference->length);
     }
 }

@@ -3,19 +3,19 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <cstring>
 #include <stdexcept>
 
 #include "Pegasus/Client/CIMClientException.h"
-#include "object_model/utf.h"
+#include "common/text/byte_words.h"
+#include "common/text/utf8.h"
 #include "reply_limits.h"
-#include "xml/byte_words.h"
 
 namespace cimclient {
 
 namespace {
 
 using Pegasus::detail::MemoryCharge;
+namespace byte_words = Zentar::byte_words;
 
 constexpr std::size_t kNone = std::string_view::npos;
 /// What of an arriving text is read at a time: small enough to stay in the processor's cache.
@@ -61,23 +61,13 @@ std::string_view Trimmed(std::string_view text) {
     return text;
 }
 
-/// Whether the text is ASCII without references, looked at in words of eight bytes.
+/// Whether the text is ASCII without references.
 bool IsPlain(std::string_view text) {
-    constexpr std::uint64_t kLowBits = 0x0101010101010101;
-    constexpr std::uint64_t kHighBits = kLowBits << 7;
-    const auto is_plain = [](std::uint64_t word) {
-        const std::uint64_t ampersands = word ^ (kLowBits * '&');  // a zero byte for each
-        return (((ampersands - kLowBits) | word) & kHighBits) == 0;
-    };
-    std::uint64_t word = 0;
-    while (text.size() >= sizeof word) {
-        std::memcpy(&word, text.data(), sizeof word);
-        if (!is_plain(word)) {
-            return false;
-        }
-        text.remove_prefix(sizeof word);
-    }
-    return std::none_of(text.begin(), text.end(),
+    const char* const end = text.data() + text.size();
+    const char* const rest = byte_words::FirstMarked(text.data(), end, [](std::uint64_t word) {
+        return byte_words::Equal(word, '&') | byte_words::NotAscii(word);
+    });
+    return std::none_of(rest, end,
                         [](char c) { return c == '&' || static_cast<unsigned char>(c) >= 0x80; });
 }
 
@@ -110,8 +100,7 @@ std::string Collapsed(std::string_view text) {
 }
 
 [[noreturn]] void Throw(const std::string& message) {
-    throw Pegasus::CIMClientXmlException(
-        Pegasus::String::FromUtf8(Pegasus::detail::RepairedUtf8(message)));
+    throw Pegasus::CIMClientXmlException(Pegasus::String::FromUtf8(Zentar::RepairedUtf8(message)));
 }
 
 }  // namespace
@@ -287,8 +276,7 @@ std::string_view XmlReader::ValueOf(const XmlAttribute& attribute) {
     // One byte that is not UTF-8 makes three.
     attribute_charge_.RaiseTo(3 * attribute.raw_value.size());
     const MemoryCharge copies(2 * attribute.raw_value.size());
-    attribute_value_ =
-        Pegasus::detail::RepairedUtf8(Resolved(Collapsed(Trimmed(attribute.raw_value))));
+    attribute_value_ = Zentar::RepairedUtf8(Resolved(Collapsed(Trimmed(attribute.raw_value))));
     return attribute_value_;
 }
 
@@ -315,9 +303,9 @@ std::string_view XmlReader::ReadText() {
         text = decoded_texts_.emplace_back(Resolved(text));
     }
     Advance();
-    if (Pegasus::detail::FirstInvalidUtf8(text) != kNone) {
-        texts_charge_.Add(kTextCost + Pegasus::detail::RepairedUtf8Size(text));
-        text = decoded_texts_.emplace_back(Pegasus::detail::RepairedUtf8(text));
+    if (Zentar::FirstInvalidUtf8(text) != kNone) {
+        texts_charge_.Add(kTextCost + Zentar::RepairedUtf8Size(text));
+        text = decoded_texts_.emplace_back(Zentar::RepairedUtf8(text));
     }
     return text;
 }

@@ -1,7 +1,6 @@
 #include "common/text/visible_text.h"
 
 #include <algorithm>
-#include <cstddef>
 #include <cstdio>
 #include <iterator>
 
@@ -39,38 +38,6 @@ constexpr Range kHidden[] = {
     {0xE01F0, 0xE0FFF},  // unassigned
 };
 
-constexpr std::int32_t kNotUtf8 = -1;
-
-/// What the first byte of a sequence says about it.
-struct Lead {
-    std::size_t length;
-    std::int32_t smallest;  ///< smaller characters have shorter sequences
-    unsigned char first;
-    unsigned char last;
-};
-
-constexpr Lead kLeads[] = {
-    {1, 0, 0x00, 0x7F}, {2, 0x80, 0xC2, 0xDF}, {3, 0x800, 0xE0, 0xEF}, {4, 0x10000, 0xF0, 0xF4}};
-
-constexpr bool IsSurrogate(std::int32_t code) { return code >= 0xD800 && code <= 0xDFFF; }
-
-/// The character of a sequence that may be damaged.
-std::int32_t Decoded(std::string_view sequence, const Lead& lead) {
-    if (sequence.size() < lead.length) {
-        return kNotUtf8;
-    }
-    std::int32_t code = static_cast<unsigned char>(sequence[0]) & (0x7F >> (lead.length - 1));
-    for (const char c : sequence.substr(1)) {
-        const auto byte = static_cast<unsigned char>(c);
-        if ((byte & 0xC0) != 0x80) {
-            return kNotUtf8;
-        }
-        code = code << 6 | (byte & 0x3F);
-    }
-    constexpr std::int32_t kLargest = 0x10FFFF;
-    return code < lead.smallest || code > kLargest || IsSurrogate(code) ? kNotUtf8 : code;
-}
-
 template <class... Values>
 std::string Formatted(const char* format, Values... values) {
     char text[16];
@@ -98,18 +65,6 @@ std::string Escape(const TextUnit& unit) {
 
 }  // namespace
 
-TextUnit FirstUnit(std::string_view text) {
-    const auto byte = static_cast<unsigned char>(text[0]);
-    for (const Lead& lead : kLeads) {
-        if (byte >= lead.first && byte <= lead.last) {
-            const std::string_view sequence = text.substr(0, lead.length);
-            const std::int32_t code = Decoded(sequence, lead);
-            return {code == kNotUtf8 ? text.substr(0, 1) : sequence, code};
-        }
-    }
-    return {text.substr(0, 1), kNotUtf8};
-}
-
 bool IsHidden(std::int32_t code) {
     const auto* const range = std::ranges::lower_bound(kHidden, code, {}, &Range::last);
     return range != std::end(kHidden) && range->first <= code;
@@ -118,7 +73,7 @@ bool IsHidden(std::int32_t code) {
 void AppendVisible(std::string& shown, const TextUnit& unit) {
     if (unit.code == '\\') {
         shown += "\\\\";
-    } else if (unit.code == kNotUtf8 || IsHidden(unit.code)) {
+    } else if (unit.code < 0 || IsHidden(unit.code)) {
         shown += Escape(unit);
     } else {
         shown += unit.bytes;

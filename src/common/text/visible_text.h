@@ -3,18 +3,10 @@
 
 #include <cstdint>
 #include <string>
-#include <string_view>
+
+#include "common/text/utf8.h"
 
 namespace Zentar {
-
-/// The smallest part of a text that is shown on its own.
-struct TextUnit {
-    std::string_view bytes;
-    std::int32_t code;  ///< the character; negative for a byte that is not UTF-8
-};
-
-/// The first unit of a text that is not empty.
-TextUnit FirstUnit(std::string_view text);
 
 /// Whether a character drives whatever shows it, or is invisible there: controls, line and
 /// paragraph separators, direction marks, joiners, fillers, tags. Variation selectors are not

@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 
 #include "Pegasus/Common/CIMInstance.h"
+#include "common/text/xml_escape.h"
 #include "object_model/value_body.h"
 #include "support/client_view.h"
 
@@ -91,7 +92,7 @@ CIMValue Embedded(const CIMObject& object) {
 
 std::string Escaped(const std::string& text) {
     std::string escaped;
-    detail::AppendXmlEscaped(escaped, text);
+    Zentar::AppendXmlEscaped(escaped, text);
     return escaped;
 }
 

@@ -1,9 +1,8 @@
-// Text of the CIM client API: UTF-16 to its users, kept as UTF-8.
+// Text of the CIM client API, kept as UTF-8.
 #pragma once
 
 #include <string_view>
 
-#include "Pegasus/Common/Char16.h"
 #include "Pegasus/Common/Shared.h"
 
 PEGASUS_NAMESPACE_BEGIN
@@ -24,8 +23,8 @@ private:
     detail::Shared<detail::StringBody> body_;
 };
 
-/// A value: copies share their text until one of them changes. `size` and positions count UTF-16
-/// units. Construction from bytes that are not UTF-8, or from a null pointer, throws Exception.
+/// A value: copies share their text. Construction from bytes that are not UTF-8, or from a null
+/// pointer, throws Exception.
 class String {
 public:
     static const String EMPTY;
@@ -38,11 +37,6 @@ public:
     String& operator=(const String& str);
     String& operator=(String&& str) noexcept;
 
-    Uint32 size() const;
-    /// The units, with a 0 after them, until the text changes. Not for two threads at once.
-    const Char16* getChar16Data() const;
-    /// Position `size()` gives 0; beyond it IndexOutOfBoundsException.
-    Char16& operator[](Uint32 index);
     CString getCString() const;
 
     /// For the client's own rooms: the UTF-8 bytes, and a string of bytes known to be UTF-8.
@@ -52,7 +46,6 @@ public:
     static String OfBytes(std::size_t size, char*& bytes);
 
 private:
-    detail::StringBody& Editable();
     detail::Shared<detail::StringBody> body_;  ///< null when empty
 };
 

@@ -7,11 +7,9 @@
 #include <cstring>
 #include <string_view>
 
-namespace cimclient {
-
 /// Functions that mark bytes of a word set the byte's highest bit. Bytes after the first that is
 /// marked may be marked wrongly.
-namespace byte_words {
+namespace Zentar::byte_words {
 
 constexpr std::uint64_t kLowBits = 0x0101010101010101;
 constexpr std::uint64_t kHighBits = kLowBits << 7;
@@ -31,6 +29,9 @@ constexpr std::uint64_t Equal(std::uint64_t word, char wanted) {
 constexpr std::uint64_t NotGraphic(std::uint64_t word) {
     return ((word - kLowBits * 0x21) | word) & kHighBits;
 }
+
+/// What is not ASCII.
+constexpr std::uint64_t NotAscii(std::uint64_t word) { return word & kHighBits; }
 
 /// All but the capital letters of ASCII.
 constexpr std::uint64_t NotCapital(std::uint64_t word) {
@@ -75,6 +76,4 @@ inline bool SameBytes(std::string_view a, std::string_view b) {
     return a.size() == b.size() && SameBytes(a.data(), b.data(), a.size());
 }
 
-}  // namespace byte_words
-
-}  // namespace cimclient
+}  // namespace Zentar::byte_words

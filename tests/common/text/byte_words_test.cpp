@@ -1,5 +1,5 @@
 // What is seen of eight bytes at once is what is seen of each.
-#include "xml/byte_words.h"
+#include "common/text/byte_words.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,7 @@
 
 namespace {
 
-using namespace cimclient::byte_words;
+using namespace Zentar::byte_words;
 
 /// The first byte of the text that is marked, or its size.
 template <class Mark>
