@@ -12,12 +12,12 @@
 
 namespace command {
 
-/// The host's words as they came: of any characters.
+/// The host's words as they came: of any bytes, at most 1,024 each.
 struct ShownCertificate {
-    std::string subject;
-    std::string issuer;
-    std::vector<std::string> names;
-    std::string not_before;
+    std::string subject;             ///< "CN = esx01, O = Contoso"
+    std::string issuer;              ///< likewise
+    std::vector<std::string> names;  ///< subjectAltName: "DNS:NAME", "IP:ADDRESS"; at most 256
+    std::string not_before;          ///< "2026-01-31 13:05:00 UTC"; "unreadable" when it is no time
     std::string not_after;
     std::string fingerprint;  ///< "AB:CD:..."
 };

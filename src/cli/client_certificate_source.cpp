@@ -1,22 +1,19 @@
 #include "cli/certificate_source.h"
-#include "transport/certificate.h"
-#include "transport/connection.h"
+#include "cli/certificate_texts.h"
+#include "net/channel.h"
+#include "net/tls_settings.h"
 
 namespace command {
 
 std::variant<ShownCertificate, Zentar::Failure> FetchCertificate(
     const std::string& host, std::uint16_t port, std::chrono::milliseconds limit,
     Zentar::Cancellation& cancellation) {
-    cimclient::TlsSettings any_host(Pegasus::SSLContext("", nullptr, Pegasus::String::EMPTY), {});
+    cimclient::TlsSettings any_host(cimclient::Trust{});
     const auto deadline = std::chrono::steady_clock::now() + limit;
     try {
-        const cimclient::Connection connection(host, port, &any_host, {deadline, &cancellation});
-        cimclient::Certificate shown = cimclient::Describe(connection.Certificate());
-        return ShownCertificate{
-            std::move(shown.subject),   std::move(shown.issuer),
-            std::move(shown.names),     std::move(shown.not_before),
-            std::move(shown.not_after), cimclient::FingerprintText(shown.fingerprint)};
-    } catch (const cimclient::TransportError& error) {
+        const cimclient::Channel channel(host, port, &any_host, {deadline, &cancellation});
+        return Describe(channel.Certificate());
+    } catch (const cimclient::NetworkError& error) {
         Zentar::Failure failure;
         failure.kind = error.kind;
         failure.phase = error.phase;

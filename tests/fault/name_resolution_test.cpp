@@ -1,6 +1,6 @@
 // A name service that is slow, or dead, or has much to say. The resolver of this program is the
 // test's own.
-#include "transport/name_resolution.h"
+#include "net/name_resolution.h"
 
 #include <arpa/inet.h>
 #include <netdb.h>

@@ -6,8 +6,9 @@
 #include <cstdio>
 #include <filesystem>
 
+#include "net/channel.h"
+#include "net/tls_settings.h"
 #include "support/inventory_test.h"
-#include "transport/connection.h"
 
 namespace {
 
@@ -33,8 +34,8 @@ protected:
         std::string fingerprint;
     };
     Shown ShownCertificate() {
-        cimclient::TlsSettings accepting(Pegasus::SSLContext("", nullptr), {});
-        const cimclient::Connection connection(
+        cimclient::TlsSettings accepting(cimclient::Trust{});
+        const cimclient::Channel connection(
             "127.0.0.1", info.port, &accepting,
             {std::chrono::steady_clock::now() + std::chrono::minutes(1)});
         std::filesystem::create_directories(folder_);

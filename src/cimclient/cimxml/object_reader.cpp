@@ -1,13 +1,12 @@
 #include "cimxml/object_reader.h"
 
-#include "Pegasus/Client/CIMClientException.h"
-#include "ascii.h"
-#include "cimxml/embedded_object.h"
-#include "cimxml/nesting.h"
-#include "cimxml/object_assembly.h"
+#include "cimxml/depth_guard.h"
+#include "cimxml/distinct_names.h"
 #include "cimxml/value_reader.h"
+#include "common/text/ascii.h"
 #include "object_model/value_body.h"
 #include "object_model/value_texts.h"
+#include "reply_errors.h"
 #include "reply_limits.h"
 
 namespace cimclient {
@@ -47,10 +46,10 @@ bool IsTrue(const CIMValue& value) {
 std::optional<CIMType> EmbeddedType(const ArenaVector<CIMQualifier>& qualifiers) {
     for (const CIMQualifier& qualifier : qualifiers) {
         const std::string_view name = qualifier.getName().getString().utf8();
-        if (EqualNoCase(name, "EmbeddedObject") && IsTrue(qualifier.getValue())) {
+        if (Zentar::EqualNoCase(name, "EmbeddedObject") && IsTrue(qualifier.getValue())) {
             return CIMTYPE_OBJECT;
         }
-        if (EqualNoCase(name, "EmbeddedInstance")) {
+        if (Zentar::EqualNoCase(name, "EmbeddedInstance")) {
             return CIMTYPE_INSTANCE;
         }
     }
@@ -64,7 +63,7 @@ CIMObjectPath PathOf(const CIMName& class_name, const CIMObjectPath* path) {
         return CIMObjectPath(String(), CIMNamespaceName(), class_name);
     }
     if (path->getClassName() != class_name) {
-        throw CIMClientResponseException(TypeMismatchException().getMessage());
+        throw ResponseError{{"type mismatch"}};
     }
     return *path;
 }
@@ -127,7 +126,12 @@ CIMInstance ObjectReader::ReadInstance(const CIMObjectPath* path) {
         }
     }
     xml_.ExpectClose("INSTANCE");
-    return AssembleInstance(PathOf(class_name, path), qualifiers_, properties_);
+    // Past the checks that hand-built instances need.
+    Shared<ObjectBody> body(new ObjectBody);
+    body->path = PathOf(class_name, path);
+    body->qualifiers = FirstOfEachName(qualifiers_);
+    body->properties = FirstOfEachName(properties_);
+    return CIMInstance(std::move(body));
 }
 
 void ObjectReader::ReadQualifier(ArenaVector<CIMQualifier>& qualifiers) {
@@ -260,7 +264,7 @@ std::optional<CIMObject> ReadEmbeddedObject(std::string_view text) {
     if (depth == kMaxEmbeddingDepth) {
         return std::nullopt;
     }
-    const Nesting level(depth);
+    const DepthGuard level(depth);
     try {
         XmlReader xml(text);
         ObjectReader reader(xml);
@@ -270,7 +274,7 @@ std::optional<CIMObject> ReadEmbeddedObject(std::string_view text) {
         if (xml.IsOpen("CLASS")) {
             return reader.ReadClass();
         }
-    } catch (const Exception&) {
+    } catch (const BodyError&) {
         // A text that is no object is one bad value.
     }
     return std::nullopt;

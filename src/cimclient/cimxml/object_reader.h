@@ -2,7 +2,7 @@
 //
 // A single bad value, qualifier or property, and elements that are not known, are passed over: a
 // host with one odd instance must still be readable. What makes an object's identity (class names,
-// paths) must be right, or CIMClientXmlException or CIMClientResponseException is thrown.
+// paths) must be right, or XmlError or ResponseError is thrown.
 #pragma once
 
 #include <optional>
@@ -10,7 +10,6 @@
 
 #include "Pegasus/Common/CIMInstance.h"
 #include "Pegasus/Common/CIMObject.h"
-#include "cimxml/name_cache.h"
 #include "cimxml/text_cache.h"
 #include "cimxml/value_reader.h"
 #include "xml/xml_reader.h"
@@ -66,5 +65,8 @@ private:
     ValueTexts element_texts_;
     ValueTexts qualifier_texts_;
 };
+
+/// The object of an INSTANCE or CLASS element; nothing when the text is something else.
+std::optional<Pegasus::CIMObject> ReadEmbeddedObject(std::string_view text);
 
 }  // namespace cimclient

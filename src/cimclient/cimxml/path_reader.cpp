@@ -1,7 +1,7 @@
 // Paths: instance names, their keys, and where the objects live.
-#include "Pegasus/Client/CIMClientException.h"
-#include "cimxml/nesting.h"
+#include "cimxml/depth_guard.h"
 #include "cimxml/object_reader.h"
+#include "reply_errors.h"
 #include "reply_limits.h"
 
 namespace cimclient {
@@ -126,7 +126,7 @@ CIMObjectPath ObjectReader::ReadReference() {
     if (reference_depth_ == kMaxReferenceDepth) {
         xml_.FailValidation("References are nested too deep");
     }
-    const Nesting level(reference_depth_);
+    const DepthGuard level(reference_depth_);
     xml_.ExpectOpen("VALUE.REFERENCE");
     CIMObjectPath path;
     if (xml_.IsOpen("INSTANCENAME")) {
@@ -168,7 +168,7 @@ CIMObjectPath ObjectReader::ReadFullPath() {
     try {
         return CIMObjectPath(host, name_space, local.getClassName(), local.getKeyBindings());
     } catch (const MalformedObjectNameException& error) {
-        throw CIMClientResponseException(error.getMessage());
+        throw ResponseError{{std::string(error.getMessage().utf8())}};
     }
 }
 

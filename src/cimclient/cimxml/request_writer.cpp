@@ -55,19 +55,6 @@ public:
         }
     }
 
-    void PropertyListParameter(const Pegasus::CIMPropertyList& properties) {
-        if (properties.isNull()) {
-            return;
-        }
-        OpenParameter("PropertyList");
-        Line("<VALUE.ARRAY>");
-        for (Pegasus::Uint32 i = 0; i < properties.size(); ++i) {
-            Element("<VALUE>", properties[i].getString().utf8(), "</VALUE>");
-        }
-        Line("</VALUE.ARRAY>");
-        CloseParameter();
-    }
-
     /// Host and namespace of the path are not sent: the request's own namespace counts.
     void PathParameter(const char* name, const CIMObjectPath& path) {
         OpenParameter(name);
@@ -133,7 +120,6 @@ std::string WriteRequest(const EnumerateInstancesRequest& request, unsigned mess
     body.BooleanParameter("DeepInheritance", request.deep_inheritance, true);
     body.BooleanParameter("IncludeQualifiers", request.include_qualifiers, false);
     body.BooleanParameter("IncludeClassOrigin", request.include_class_origin, false);
-    body.PropertyListParameter(request.property_list);
     return std::move(body).Finished();
 }
 
@@ -146,7 +132,6 @@ std::string WriteRequest(const AssociatorsRequest& request, unsigned message_id)
     body.TextParameter("ResultRole", request.result_role.utf8());
     body.BooleanParameter("IncludeQualifiers", request.include_qualifiers, false);
     body.BooleanParameter("IncludeClassOrigin", request.include_class_origin, false);
-    body.PropertyListParameter(request.property_list);
     return std::move(body).Finished();
 }
 

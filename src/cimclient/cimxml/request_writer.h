@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "Pegasus/Client/CIMClient.h"
+#include "Pegasus/Common/CIMObjectPath.h"
 
 namespace cimclient {
 
@@ -14,7 +14,6 @@ struct EnumerateInstancesRequest {
     bool local_only;
     bool include_qualifiers;
     bool include_class_origin;
-    const Pegasus::CIMPropertyList& property_list;
 };
 
 struct AssociatorsRequest {
@@ -26,7 +25,6 @@ struct AssociatorsRequest {
     const Pegasus::String& result_role;
     bool include_qualifiers;
     bool include_class_origin;
-    const Pegasus::CIMPropertyList& property_list;
 };
 
 std::string WriteRequest(const EnumerateInstancesRequest& request, unsigned message_id);

@@ -1,19 +1,17 @@
 #include "cimxml/response_reader.h"
 
 #include <algorithm>
-#include <charconv>
 #include <optional>
 #include <string>
 
-#include "Pegasus/Client/CIMClientException.h"
-#include "ascii.h"
 #include "cimxml/object_reader.h"
-#include "common/text/utf8.h"
-#include "explained.h"
+#include "common/text/ascii.h"
+#include "common/text/number.h"
 #include "object_model/arena.h"
 #include "object_model/memory_budget.h"
 #include "object_model/object_text.h"
 #include "object_model/value_body.h"
+#include "reply_errors.h"
 #include "reply_limits.h"
 
 namespace cimclient {
@@ -23,18 +21,18 @@ using Pegasus::detail::MemoryBudget;
 
 namespace {
 
-/// What differs between the replies of two operations.
+/// How the replies of one operation differ from those of another.
 template <class Object>
-struct Operation {
+struct Format {
     const char* name;
     const char* result_element;
     Object (ObjectReader::*read)();
 };
 
-constexpr Operation<CIMInstance> kEnumerateInstances = {"EnumerateInstances", "VALUE.NAMEDINSTANCE",
-                                                        &ObjectReader::ReadNamedInstance};
-constexpr Operation<CIMObject> kAssociators = {"Associators", "VALUE.OBJECTWITHPATH",
-                                               &ObjectReader::ReadObjectWithPath};
+constexpr Format<CIMInstance> kEnumerateInstances = {"EnumerateInstances", "VALUE.NAMEDINSTANCE",
+                                                     &ObjectReader::ReadNamedInstance};
+constexpr Format<CIMObject> kAssociators = {"Associators", "VALUE.OBJECTWITHPATH",
+                                            &ObjectReader::ReadObjectWithPath};
 
 std::string Required(XmlReader& xml, const char* element, const char* attribute,
                      const char* complaint) {
@@ -47,11 +45,7 @@ std::string Required(XmlReader& xml, const char* element, const char* attribute,
 
 bool IsSupportedProtocol(std::string_view version) {
     return version.size() > 2 && version.starts_with("1.") &&
-           std::all_of(version.begin() + 2, version.end(), IsDigit);
-}
-
-[[noreturn]] void FailResponse(const std::string& message) {
-    throw CIMClientResponseException(String::FromUtf8(message));
+           std::all_of(version.begin() + 2, version.end(), Zentar::IsDigit);
 }
 
 void ReadMessageHead(XmlReader& xml, unsigned message_id) {
@@ -68,56 +62,47 @@ void ReadMessageHead(XmlReader& xml, unsigned message_id) {
     const std::string id = Required(xml, "MESSAGE", "ID", "Invalid or missing");
     const std::string version = Required(xml, "MESSAGE", "PROTOCOLVERSION", "Invalid or missing");
     if (!IsSupportedProtocol(version)) {
-        FailResponse("Received unsupported protocol version \"" + version +
-                     "\", expected \"1.[0-9]+\"");
+        throw ResponseError{
+            {"Received unsupported protocol version \"" + version + "\", expected \"1.[0-9]+\""}};
     }
     const std::string expected = std::to_string(message_id);
     if (id != expected) {
-        FailResponse("Mismatched response message ID:  Got \"" + id + "\", expected \"" + expected +
-                     "\".");
+        throw ResponseError{{"Mismatched response message ID:  Got \"" + id + "\", expected \"" +
+                             expected + "\"."}};
     }
     xml.ExpectOpen("MESSAGE");
     xml.ExpectOpen("SIMPLERSP");
 }
 
-int ErrorCode(XmlReader& xml) {
-    const std::string text = Required(xml, "ERROR", "CODE", "missing");
-    int code = 0;
-    const char* end = text.data() + text.size();
-    const auto result = std::from_chars(text.data(), end, code);
-    if (result.ec != std::errc() || result.ptr != end) {
+std::optional<StatusError> ReadError(XmlReader& xml) {
+    const auto status = Zentar::NumberOf<int>(Required(xml, "ERROR", "CODE", "missing"));
+    if (!status) {
         xml.FailValidation("missing ERROR.CODE attribute");
     }
-    return code;
-}
-
-std::optional<CIMException> ReadError(XmlReader& xml) {
-    const int code = ErrorCode(xml);
     const std::string_view description = xml.FindAttribute("DESCRIPTION").value_or("");
-    const std::string quoted = Zentar::RepairedUtf8(description.substr(0, kMaxQuotedBytes));
-    const CIMException error(static_cast<CIMStatusCode>(code), String::FromUtf8(quoted));
+    const StatusError error{{std::string(description.substr(0, kMaxQuotedBytes))}, *status};
     xml.Advance();
     ObjectReader reader(xml);
     while (xml.IsOpen("INSTANCE")) {
         reader.ReadInstance();  // says more of the error, which nobody asks for
     }
     xml.ExpectClose("ERROR");
-    return code != 0 ? std::optional(error) : std::nullopt;
+    return *status != 0 ? std::optional(error) : std::nullopt;
 }
 
 /// Steps over the opening IMETHODRESPONSE and returns whether it is this operation's.
 template <class Object>
-bool ReadResponseHead(XmlReader& xml, const Operation<Object>& operation) {
+bool ReadResponseHead(XmlReader& xml, const Format<Object>& format) {
     if (!xml.IsOpen("IMETHODRESPONSE")) {
         xml.FailValidation("Expected open of IMETHODRESPONSE element");
     }
     const std::string name = Required(xml, "IMETHODRESPONSE", "NAME", "missing");
     xml.Advance();
-    return EqualNoCase(name, operation.name);
+    return Zentar::EqualNoCase(name, format.name);
 }
 
 void ReadClose(XmlReader& xml, const char* element) {
-    xml.Whole([&] { xml.ExpectClose(element); });
+    xml.Retrying([&] { xml.ExpectClose(element); });
 }
 
 /// The texts of embedded objects are made when they are asked for, and then outlive the reply: they
@@ -132,18 +117,18 @@ void TakeTexts(const Pegasus::detail::ObjectHandle& object) {
 }
 
 template <class Object>
-Array<Object> ReadReturnValue(XmlReader& xml, const Operation<Object>& operation, bool is_own) {
+Array<Object> ReadReturnValue(XmlReader& xml, const Format<Object>& format, bool is_own) {
     ObjectReader reader(xml);
     Array<Object> objects;
     const auto read_next = [&]() -> std::optional<Object> {
         // A reply that calls itself another operation's may only be empty.
-        if (is_own && xml.IsOpen(operation.result_element)) {
-            return (reader.*operation.read)();
+        if (is_own && xml.IsOpen(format.result_element)) {
+            return (reader.*format.read)();
         }
         return std::nullopt;
     };
-    xml.Whole([&] { xml.ExpectOpen("IRETURNVALUE"); });
-    while (auto object = xml.Whole(read_next)) {
+    xml.Retrying([&] { xml.ExpectOpen("IRETURNVALUE"); });
+    while (auto object = xml.Retrying(read_next)) {
         TakeTexts(*object);
         objects.append(std::move(*object));
     }
@@ -153,18 +138,18 @@ Array<Object> ReadReturnValue(XmlReader& xml, const Operation<Object>& operation
 
 template <class Object>
 Array<Object> ReadMessage(const XmlReader::Source& body, unsigned message_id,
-                          const Operation<Object>& operation) {
+                          const Format<Object>& format) {
     const Pegasus::detail::Arena arena;
     XmlReader xml(body);
-    const bool is_own = xml.Whole([&] {
+    const bool is_own = xml.Retrying([&] {
         ReadMessageHead(xml, message_id);
-        return ReadResponseHead(xml, operation);
+        return ReadResponseHead(xml, format);
     });
-    const auto error = xml.Whole(
-        [&] { return xml.IsOpen("ERROR") ? ReadError(xml) : std::optional<CIMException>(); });
+    const auto error = xml.Retrying(
+        [&] { return xml.IsOpen("ERROR") ? ReadError(xml) : std::optional<StatusError>(); });
     Array<Object> objects;
-    if (!error && xml.Whole([&] { return xml.IsOpen("IRETURNVALUE"); })) {
-        objects = ReadReturnValue(xml, operation, is_own);
+    if (!error && xml.Retrying([&] { return xml.IsOpen("IRETURNVALUE"); })) {
+        objects = ReadReturnValue(xml, format, is_own);
     }
     for (const char* element : {"IMETHODRESPONSE", "SIMPLERSP", "MESSAGE", "CIM"}) {
         ReadClose(xml, element);
@@ -177,7 +162,7 @@ Array<Object> ReadMessage(const XmlReader::Source& body, unsigned message_id,
 
 template <class Object>
 Array<Object> ReadReply(const XmlReader::Source& body, unsigned message_id,
-                        const Operation<Object>& operation) {
+                        const Format<Object>& format) {
     MemoryBudget budget(kMemoryBesides);
     const XmlReader::Source counted = [&] {
         const std::string_view part = body();
@@ -185,10 +170,9 @@ Array<Object> ReadReply(const XmlReader::Source& body, unsigned message_id,
         return part;
     };
     try {
-        return ReadMessage(counted, message_id, operation);
+        return ReadMessage(counted, message_id, format);
     } catch (const Pegasus::detail::BudgetExceeded&) {
-        throw Of<CIMClientXmlException>(Zentar::FailureKind::kBadReply,
-                                        "The objects of the reply would take too much memory.");
+        throw XmlError{{"The objects of the reply would take too much memory."}};
     }
 }
 

@@ -8,7 +8,7 @@
 namespace cimclient {
 
 /// Each reads the reply to the message with the given ID while it arrives. An ERROR element throws
-/// CIMException; what is no such reply throws CIMClientXmlException or CIMClientResponseException.
+/// StatusError; what is no such reply throws XmlError or ResponseError.
 Pegasus::Array<Pegasus::CIMInstance> ReadInstances(const XmlReader::Source& body,
                                                    unsigned message_id);
 Pegasus::Array<Pegasus::CIMObject> ReadObjects(const XmlReader::Source& body, unsigned message_id);

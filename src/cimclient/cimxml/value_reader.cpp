@@ -1,10 +1,8 @@
 #include "cimxml/value_reader.h"
 
-#include <limits>
 #include <string>
-#include <type_traits>
 
-#include "cimxml/embedded_object.h"
+#include "cimxml/object_reader.h"
 #include "common/text/utf8.h"
 #include "object_model/datetime.h"
 #include "object_model/value_body.h"
@@ -20,15 +18,6 @@ using Pegasus::detail::Shared;
 using Pegasus::detail::ValueAccess;
 using Pegasus::detail::ValueBody;
 
-template <class Narrow, class Wide>
-std::optional<Narrow> InRange(std::optional<Wide> number) {
-    if (!number || *number < static_cast<Wide>(std::numeric_limits<Narrow>::lowest()) ||
-        *number > static_cast<Wide>(std::numeric_limits<Narrow>::max())) {
-        return std::nullopt;
-    }
-    return static_cast<Narrow>(*number);
-}
-
 /// The text that a scalar prints as; nothing for a text that does not suit the type.
 using TextReader = std::optional<String> (*)(std::string_view text, TextCache& cache);
 
@@ -37,16 +26,20 @@ std::optional<String> ReadBoolean(std::string_view text, TextCache& cache) {
     return value ? std::optional(cache.Text(Pegasus::detail::BooleanText(*value))) : std::nullopt;
 }
 
+/// Whether a text that is an integer is also what the integer prints as: all but those with leading
+/// zeros, a plus sign or hexadecimal digits, and "-0".
+bool IsPrintedNumber(std::string_view text) {
+    const char first_digit = text[text[0] == '-' ? 1 : 0];
+    return text == "0" || (first_digit >= '1' && first_digit <= '9');
+}
+
 template <class Integer>
 std::optional<String> ReadInteger(std::string_view text, TextCache& cache) {
-    const auto number = [text] {
-        if constexpr (std::is_unsigned_v<Integer>) {
-            return InRange<Integer>(Pegasus::detail::LenientUnsigned(text));
-        } else {
-            return InRange<Integer>(Pegasus::detail::LenientSigned(text));
-        }
-    }();
-    return number ? std::optional(cache.Text(std::to_string(*number))) : std::nullopt;
+    const auto number = Pegasus::detail::IntegerOf<Integer>(text);
+    if (!number) {
+        return std::nullopt;
+    }
+    return cache.Text(IsPrintedNumber(text) ? text : std::string_view(std::to_string(*number)));
 }
 
 /// A real32 beyond the range of its type becomes infinity or zero.

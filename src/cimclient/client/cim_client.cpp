@@ -1,13 +1,11 @@
 #include <atomic>
 
 #include "Pegasus/Client/CIMClient.h"
-#include "Pegasus/Client/CIMClientException.h"
 #include "cimxml/request_writer.h"
 #include "cimxml/response_reader.h"
 #include "client/client_settings.h"
-#include "client/host_words.h"
+#include "client/failures.h"
 #include "client/session.h"
-#include "explained.h"
 
 namespace Pegasus::kalvex {
 
@@ -17,12 +15,6 @@ class ClientSession : public cimclient::Session {};
 
 struct ClientAccess {
     static ClientSession& SessionOf(CIMClient& client) { return *client.session_; }
-};
-
-struct ExceptionAccess {
-    static void SetMessage(Exception& exception, const std::string& valid_utf8) {
-        exception.message_ = String::FromUtf8(valid_utf8);
-    }
 };
 
 }  // namespace detail
@@ -45,19 +37,12 @@ Objects Perform(cimclient::Session& session, const char* method, const Request& 
     const Uint32 id = NextMessageId();
     Objects objects;
     try {
-        const bool is_whole = session.Exchange(
+        session.Exchange(
             {method, std::string(request.name_space.getString().utf8()),
              cimclient::WriteRequest(request, id)},
             [&](const cimclient::Session::BodySource& body) { objects = read(body, id); });
-        // An error may have stood in the trailers that never came.
-        if (!is_whole) {
-            throw cimclient::Of<CIMClientMalformedHTTPException>(
-                Zentar::FailureKind::kBadReply, "Connection closed by CIM Server.");
-        }
     } catch (Exception& e) {
-        // Messages quote the host, which may say anything, at any length.
-        detail::ExceptionAccess::SetMessage(
-            e, cimclient::FitForLogs(e.getMessage().utf8(), session.credentials()));
+        cimclient::MakeFitForLogs(e, session.credentials());
         throw;
     }
     return objects;
@@ -77,12 +62,12 @@ void CIMClient::setTimeout(Uint32 timeoutMilliseconds) {
 
 void CIMClient::connect(const String& host, const Uint32 portNumber, const String& userName,
                         const String& password) {
-    session_->Connect({host.utf8(), portNumber, nullptr, userName.utf8(), password.utf8()});
+    session_->Connect({host.utf8(), portNumber, false, userName.utf8(), password.utf8()});
 }
 
-void CIMClient::connect(const String& host, const Uint32 portNumber, const SSLContext& sslContext,
+void CIMClient::connect(const String& host, const Uint32 portNumber, const SSLContext&,
                         const String& userName, const String& password) {
-    session_->Connect({host.utf8(), portNumber, &sslContext, userName.utf8(), password.utf8()});
+    session_->Connect({host.utf8(), portNumber, true, userName.utf8(), password.utf8()});
 }
 
 void CIMClient::disconnect() { session_->Disconnect(); }
@@ -91,10 +76,9 @@ Array<CIMInstance> CIMClient::enumerateInstances(const CIMNamespaceName& nameSpa
                                                  const CIMName& className, Boolean deepInheritance,
                                                  Boolean localOnly, Boolean includeQualifiers,
                                                  Boolean includeClassOrigin,
-                                                 const CIMPropertyList& propertyList) {
+                                                 const CIMPropertyList&) {
     const cimclient::EnumerateInstancesRequest request{
-        nameSpace,         className,          deepInheritance, localOnly,
-        includeQualifiers, includeClassOrigin, propertyList};
+        nameSpace, className, deepInheritance, localOnly, includeQualifiers, includeClassOrigin};
     return Perform(*session_, "EnumerateInstances", request, cimclient::ReadInstances);
 }
 
@@ -102,11 +86,10 @@ Array<CIMObject> CIMClient::associators(const CIMNamespaceName& nameSpace,
                                         const CIMObjectPath& objectName, const CIMName& assocClass,
                                         const CIMName& resultClass, const String& role,
                                         const String& resultRole, Boolean includeQualifiers,
-                                        Boolean includeClassOrigin,
-                                        const CIMPropertyList& propertyList) {
+                                        Boolean includeClassOrigin, const CIMPropertyList&) {
     const cimclient::AssociatorsRequest request{
-        nameSpace,  objectName,        assocClass,         resultClass, role,
-        resultRole, includeQualifiers, includeClassOrigin, propertyList};
+        nameSpace, objectName, assocClass,        resultClass,
+        role,      resultRole, includeQualifiers, includeClassOrigin};
     return Perform(*session_, "Associators", request, cimclient::ReadObjects);
 }
 

@@ -6,8 +6,8 @@
 
 #include "Pegasus/Client/CIMClient.h"
 #include "common/cancel/cancellation.h"
+#include "net/trust.h"
 #include "reply_limits.h"
-#include "transport/tls_settings.h"
 
 namespace cimclient {
 
@@ -26,7 +26,7 @@ void Configure(Pegasus::CIMClient& client, ClientSettings settings);
 struct Address {
     std::string_view host;
     unsigned port;
-    const Pegasus::SSLContext* tls;  ///< null for plain TCP
+    bool has_tls;
     std::string_view user;
     std::string_view password;
 };

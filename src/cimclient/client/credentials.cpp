@@ -90,7 +90,7 @@ bool OffersBasic(std::string_view challenge) {
         const std::string_view word = challenge.substr(0, challenge.find_first_of(" \t,="));
         const std::size_t next = challenge.find_first_not_of(" \t", word.size());
         const bool is_parameter = next != std::string_view::npos && challenge[next] == '=';
-        if (!is_parameter && EqualNoCase(word, kScheme)) {
+        if (!is_parameter && Zentar::EqualNoCase(word, kScheme)) {
             return true;
         }
         challenge.remove_prefix(ItemLength(challenge));

@@ -1,12 +1,13 @@
 #include "client/reply_checks.h"
 
 #include <algorithm>
-#include <charconv>
 #include <optional>
 
 #include "Pegasus/Client/CIMClientException.h"
+#include "client/failures.h"
+#include "common/text/number.h"
 #include "common/text/utf8.h"
-#include "explained.h"
+#include "reply_errors.h"
 
 namespace cimclient {
 
@@ -23,22 +24,14 @@ String Text(const HeaderFields& fields, std::string_view name) {
 }
 
 [[noreturn]] void FailMalformed(const std::string& message) {
-    throw Of<CIMClientMalformedHTTPException>(Zentar::FailureKind::kNotCimServer,
-                                              String::FromUtf8(message));
-}
-
-std::optional<int> StatusCodeOf(const std::string& text) {
-    int code = 0;
-    const char* end = text.data() + text.size();
-    const auto result = std::from_chars(text.data(), end, code);
-    return result.ec == std::errc() && result.ptr == end ? std::optional(code) : std::nullopt;
+    throw HttpError{message, Zentar::FailureKind::kNotCimServer};
 }
 
 void ThrowReportedError(const HeaderFields& fields) {
-    const auto code = StatusCodeOf(fields.ValueOr("CIMStatusCode", "0"));
-    if (code.value_or(0) != 0) {
-        throw CIMException(static_cast<CIMStatusCode>(*code),
-                           Decoded(fields, "CIMStatusCodeDescription"));
+    const auto status = Zentar::NumberOf<int>(fields.ValueOr("CIMStatusCode", "0"));
+    if (status.value_or(0) != 0) {
+        throw StatusError{{PercentDecoded(fields.ValueOr("CIMStatusCodeDescription", ""))},
+                          *status};
     }
 }
 
@@ -53,7 +46,7 @@ bool IsXml(std::string_view content_type) {
     const std::string type = WithoutSpace(content_type);
     for (const char* accepted : {"application/xml", "text/xml", "application/xml;charset=utf-8",
                                  "text/xml;charset=utf-8"}) {
-        if (EqualNoCase(type, accepted)) {
+        if (Zentar::EqualNoCase(type, accepted)) {
             return true;
         }
     }
@@ -80,7 +73,7 @@ void CheckHeaders(const HttpReply& reply) {
         FailMalformed("Bad Content-Type HTTP header; " + *type);
     }
     ThrowReportedError(reply.headers);
-    if (!EqualNoCase(*operation, "MethodResponse")) {
+    if (!Zentar::EqualNoCase(*operation, "MethodResponse")) {
         FailMalformed("Received CIMOperation HTTP header value \"\", expected \"MethodResponse\"");
     }
 }
@@ -88,14 +81,13 @@ void CheckHeaders(const HttpReply& reply) {
 void CheckTrailers(const HttpReply& reply) {
     ThrowReportedError(reply.trailers);
     const std::string* code = reply.trailers.Find("CIMStatusCode");
-    if (code != nullptr && !StatusCodeOf(*code)) {
-        throw Of<CIMClientMalformedHTTPException>(
-            Zentar::FailureKind::kBadReply,
-            String::FromUtf8("Bad CIMStatusCode HTTP trailer; " + *code));
+    if (code != nullptr && !Zentar::NumberOf<int>(*code)) {
+        throw HttpError{"Bad CIMStatusCode HTTP trailer; " + *code};
     }
     if (reply.trailers.Find("CIMError") != nullptr) {
-        throw Of<CIMClientHTTPErrorException>(Zentar::FailureKind::kBadReply, 400U, "Bad Request",
-                                              Text(reply.trailers, "CIMError"), String());
+        throw ExplainedAs<CIMClientHTTPErrorException>({Zentar::FailureKind::kBadReply}, 400U,
+                                                       "Bad Request",
+                                                       Text(reply.trailers, "CIMError"), String());
     }
 }
 

@@ -8,11 +8,11 @@ namespace cimclient {
 /// Throws CIMClientHTTPErrorException for any status but 200.
 void CheckStatus(const HttpReply& reply);
 
-/// Throws CIMClientMalformedHTTPException, or CIMException for an error reported in the head.
+/// Throws HttpError, or StatusError for an error reported in the head.
 void CheckHeaders(const HttpReply& reply);
 
-/// Throws CIMException or CIMClientHTTPErrorException for an error reported after the body, and
-/// CIMClientMalformedHTTPException for one whose code cannot be read.
+/// Throws StatusError or CIMClientHTTPErrorException for an error reported after the body, and
+/// HttpError for one whose code cannot be read.
 void CheckTrailers(const HttpReply& reply);
 
 }  // namespace cimclient

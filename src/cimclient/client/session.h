@@ -6,17 +6,17 @@
 #include <optional>
 #include <string>
 
-#include "Pegasus/Common/SSLContext.h"
 #include "client/client_settings.h"
 #include "client/credentials.h"
 #include "http/reply.h"
 #include "http/request_head.h"
-#include "transport/connection.h"
+#include "net/channel.h"
+#include "net/tls_settings.h"
 
 namespace cimclient {
 
-/// One operation, ready to be sent as often as it takes.
-struct Operation {
+/// A call of a CIM operation, ready to be sent as often as it takes.
+struct MethodCall {
     const char* method;
     std::string name_space;
     std::string body;
@@ -39,11 +39,10 @@ public:
     using BodySource = std::function<std::string_view()>;
     using BodyReader = std::function<void(const BodySource&)>;
 
-    /// Sends the operation and has `read_body` read the reply's body while it arrives. What that
-    /// throws is thrown on once the whole reply has come and its head and trailers are in order.
-    /// Connects again by itself when the server has closed the connection. False when the reply
-    /// ended before trailers in which an error could have stood.
-    [[nodiscard]] bool Exchange(const Operation& operation, const BodyReader& read_body);
+    /// Sends the call and has `read_body` read the reply's body while it arrives. Its BodyError is
+    /// thrown as an exception once the whole reply has come and its head and trailers are in order.
+    /// Connects again by itself when the server has closed the connection.
+    void Exchange(const MethodCall& call, const BodyReader& read_body);
 
     const Credentials& credentials() const { return credentials_; }
 
@@ -53,11 +52,12 @@ private:
     void Reopen(const Limit& limit);
     bool IsStale();
     struct Answer;
-    Answer SendUntilAnswered(const Operation& operation, const BodyReader& read_body,
+    Answer Ask(const MethodCall& call, const BodyReader& read_body);
+    Answer SendUntilAnswered(const MethodCall& call, const BodyReader& read_body,
                              const Limit& limit);
-    std::optional<Answer> SendOnce(const Operation& operation, const BodyReader& read_body,
+    std::optional<Answer> SendOnce(const MethodCall& call, const BodyReader& read_body,
                                    const Limit& limit);
-    bool Send(const Operation& operation, const Limit& limit);
+    bool Send(const MethodCall& call, const Limit& limit);
     static Answer Receive(class ReplyReader& reader, const BodyReader& read_body);
 
     ClientSettings settings_;
@@ -71,7 +71,7 @@ private:
     /// Connected, or to be connected by the next operation.
     bool is_open_ = false;
     std::unique_ptr<TlsSettings> tls_;
-    std::unique_ptr<Connection> connection_;
+    std::unique_ptr<Channel> channel_;
     bool connection_used_ = false;
     std::string end_reason_;  ///< why the last connection ended without an answer
 };

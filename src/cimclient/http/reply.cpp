@@ -1,8 +1,10 @@
 #include "http/reply.h"
 
+#include <openssl/crypto.h>
+
 #include <algorithm>
 
-#include "ascii.h"
+#include "common/text/ascii.h"
 
 namespace cimclient {
 
@@ -16,14 +18,12 @@ std::string_view Trimmed(std::string_view text) {
 }
 
 std::string_view WithoutExtensionPrefix(std::string_view name) {
-    const bool prefixed = name.size() > 3 && IsDigit(name[0]) && IsDigit(name[1]) && name[2] == '-';
+    const bool prefixed =
+        name.size() > 3 && Zentar::IsDigit(name[0]) && Zentar::IsDigit(name[1]) && name[2] == '-';
     return name.substr(prefixed ? 3 : 0);
 }
 
-int HexValue(char c) {
-    const char lower = LowerCase(c);
-    return IsDigit(c) ? c - '0' : lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
-}
+int HexValue(char c) { return OPENSSL_hexchar2int(static_cast<unsigned char>(c)); }
 
 }  // namespace
 
@@ -36,7 +36,7 @@ void HeaderFields::Add(std::string_view line) {
 
 const std::string* HeaderFields::Find(std::string_view name) const {
     for (const auto& [field, value] : fields_) {
-        if (EqualNoCase(WithoutExtensionPrefix(field), name)) {
+        if (Zentar::EqualNoCase(WithoutExtensionPrefix(field), name)) {
             return &value;
         }
     }
@@ -51,7 +51,7 @@ std::string HeaderFields::ValueOr(std::string_view name, const char* otherwise) 
 std::vector<std::string> HeaderFields::All(std::string_view name) const {
     std::vector<std::string> values;
     for (const auto& [field, value] : fields_) {
-        if (EqualNoCase(field, name)) {
+        if (Zentar::EqualNoCase(field, name)) {
             values.push_back(value);
         }
     }

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "ascii.h"
+#include "common/text/ascii.h"
 
 namespace cimclient {
 

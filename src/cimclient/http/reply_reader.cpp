@@ -5,44 +5,26 @@
 #include <limits>
 #include <optional>
 
-#include "Pegasus/Client/CIMClientException.h"
-#include "ascii.h"
+#include "common/text/ascii.h"
+#include "common/text/number.h"
 #include "common/text/utf8.h"
-#include "explained.h"
+#include "reply_errors.h"
 #include "reply_limits.h"
 
 namespace cimclient {
 
 namespace {
 
-using Pegasus::CIMClientHTTPErrorException;
-using Pegasus::CIMClientMalformedHTTPException;
-using Pegasus::String;
-using Zentar::FailureKind;
-
 [[noreturn]] void FailMalformed() {
-    throw Of<CIMClientMalformedHTTPException>(FailureKind::kNotCimServer,
-                                              "Malformed HTTP response message.");
+    throw HttpError{"Malformed HTTP response message.", Zentar::FailureKind::kNotCimServer};
 }
 
-[[noreturn]] void FailHeadTooLarge() {
-    throw CIMClientMalformedHTTPException("The reply's head is too large.");
-}
-
-[[noreturn]] void FailFraming(unsigned status, const char* reason, const char* detail) {
-    throw Of<CIMClientHTTPErrorException>(FailureKind::kBadReply, status, reason, "", detail);
-}
+[[noreturn]] void FailHeadTooLarge() { throw HttpError{"The reply's head is too large."}; }
 
 /// Digits only, below 2^63.
 std::optional<std::size_t> LengthOf(std::string_view text) {
-    unsigned long long length = 0;
-    const char* end = text.data() + text.size();
-    const auto result = std::from_chars(text.data(), end, length);
-    if (text.empty() || !IsDigit(text[0]) || result.ec != std::errc() || result.ptr != end ||
-        length > static_cast<unsigned long long>(std::numeric_limits<long long>::max())) {
-        return std::nullopt;
-    }
-    return static_cast<std::size_t>(length);
+    const auto length = Zentar::NumberOf<std::size_t>(text);
+    return length && *length <= std::numeric_limits<std::size_t>::max() / 2 ? length : std::nullopt;
 }
 
 /// The announced length, if there is one; several must agree.
@@ -51,7 +33,7 @@ std::optional<std::size_t> ContentLength(const HeaderFields& headers) {
     for (const std::string& value : headers.All("Content-Length")) {
         const auto one = LengthOf(value);
         if (!one || (length && *length != *one)) {
-            FailFraming(400, "Bad Request", "Invalid Content-Length header detected");
+            throw FramingError{{"Invalid Content-Length header detected"}, 400, "Bad Request"};
         }
         length = one;
     }
@@ -61,9 +43,7 @@ std::optional<std::size_t> ContentLength(const HeaderFields& headers) {
 }  // namespace
 
 void ReplyReader::FailTooLarge() const {
-    const std::string message =
-        "The reply is larger than " + std::to_string(max_bytes_) + " bytes.";
-    throw Of<CIMClientMalformedHTTPException>(FailureKind::kBadReply, String::FromUtf8(message));
+    throw HttpError{"The reply is larger than " + std::to_string(max_bytes_) + " bytes."};
 }
 
 bool ReplyReader::More() {
@@ -120,14 +100,15 @@ void ReplyReader::ReadStatusLine(HttpReply& reply, std::size_t& budget) {
     std::string line;
     const bool complete = ReadLine(line, budget);
     if (!has_begun_) {
-        throw CIMClientMalformedHTTPException("Connection closed by CIM Server.");
+        throw HttpError{"Connection closed by CIM Server."};
     }
     // "HTTP/1.1 200 OK": the version, a three-digit status, and a reason after a blank.
     constexpr std::size_t kStatusAt = 9;
     const std::string_view text = line;
     if (!complete || !text.starts_with("HTTP/") || text.size() < kStatusAt + 4 ||
-        !IsDigit(text[5]) || text[6] != '.' || !IsDigit(text[7]) || text[8] != ' ' ||
-        !std::all_of(text.begin() + kStatusAt, text.begin() + kStatusAt + 3, IsDigit) ||
+        !Zentar::IsDigit(text[5]) || text[6] != '.' || !Zentar::IsDigit(text[7]) ||
+        text[8] != ' ' ||
+        !std::all_of(text.begin() + kStatusAt, text.begin() + kStatusAt + 3, Zentar::IsDigit) ||
         text[kStatusAt + 3] != ' ') {
         FailMalformed();
     }
@@ -144,8 +125,8 @@ HttpReply ReplyReader::ReadHead() {
         ReadFields(reply.headers, budget);
         if (reply.status >= 200 || reply.status < 100) {
             const std::string connection = reply.headers.ValueOr("Connection", "");
-            reply.keeps_alive = reply.is_http_1_0 ? EqualNoCase(connection, "keep-alive")
-                                                  : !EqualNoCase(connection, "close");
+            reply.keeps_alive = reply.is_http_1_0 ? Zentar::EqualNoCase(connection, "keep-alive")
+                                                  : !Zentar::EqualNoCase(connection, "close");
             return reply;
         }
     }
@@ -153,8 +134,8 @@ HttpReply ReplyReader::ReadHead() {
 
 void ReplyReader::BeginBody(const HttpReply& reply) {
     const std::string* encoding = reply.headers.Find("Transfer-Encoding");
-    if (encoding != nullptr && !EqualNoCase(*encoding, "chunked")) {
-        FailFraming(501, "Not Implemented", "unimplemented transfer-encoding value");
+    if (encoding != nullptr && !Zentar::EqualNoCase(*encoding, "chunked")) {
+        throw FramingError{{"unimplemented transfer-encoding value"}, 501, "Not Implemented"};
     }
     if (encoding != nullptr) {
         framing_ = Framing::kChunks;
@@ -196,7 +177,7 @@ std::size_t ReplyReader::ChunkSize(std::string_view line) const {
         FailTooLarge();
     }
     if (result.ec != std::errc() || !ended) {
-        FailFraming(400, "Bad Request", "missing chunk extension");
+        throw FramingError{{"missing chunk extension"}, 400, "Bad Request"};
     }
     return size;
 }

@@ -2,9 +2,8 @@
 // trailers.
 //
 // Memory grows with the bytes that have arrived, never with what the head announces, up to the
-// limits in reply_limits.h and that of the reply. What is no HTTP throws
-// CIMClientMalformedHTTPException; framing that cannot be followed throws
-// CIMClientHTTPErrorException.
+// limits in reply_limits.h and that of the reply. What is no HTTP throws HttpError; framing that
+// cannot be followed throws FramingError.
 #pragma once
 
 #include <functional>

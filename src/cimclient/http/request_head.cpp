@@ -3,14 +3,15 @@
 #include <cstdio>
 #include <string_view>
 
-#include "ascii.h"
+#include "common/text/ascii.h"
 
 namespace cimclient {
 
 namespace {
 
 bool IsUnreserved(char c) {
-    return IsLetter(c) || IsDigit(c) || c == '-' || c == '_' || c == '.' || c == '~';
+    return Zentar::IsLetter(c) || Zentar::IsDigit(c) || c == '-' || c == '_' || c == '.' ||
+           c == '~';
 }
 
 std::string PercentEncoded(std::string_view text) {

@@ -1,100 +1,79 @@
 #include "object_model/datetime.h"
 
 #include <algorithm>
-#include <array>
-#include <string>
+#include <span>
 
-#include "ascii.h"
+#include "common/text/ascii.h"
+#include "common/text/number.h"
 
 namespace Pegasus::kalvex::detail {
 
 namespace {
 
-using cimclient::IsDigit;
-
-/// A field of the form, and what its digits may be.
+/// What the digits of a field may be.
 struct Field {
-    std::size_t at;
     std::size_t length;
     unsigned lowest;
     unsigned highest;
 };
 
-constexpr Field kYear = {0, 4, 0, 9999};
-constexpr Field kMonth = {4, 2, 1, 12};
-constexpr Field kDay = {6, 2, 1, 31};
-constexpr Field kTime[] = {{8, 2, 0, 23}, {10, 2, 0, 59}, {12, 2, 0, 59}};
+constexpr Field kTimeStamp[] = {{4, 0, 9999}, {2, 1, 12}, {2, 1, 31},
+                                {2, 0, 23},   {2, 0, 59}, {2, 0, 59}};
+constexpr Field kInterval[] = {{8, 0, 99999999}, {2, 0, 23}, {2, 0, 59}, {2, 0, 59}};
 
-/// Digits, then wildcards to the end: whole fields, but single digits of the microseconds.
-bool HasDigitsThenWildcards(std::string_view text, bool interval) {
-    const std::string digits = std::string(text.substr(0, 14)) + std::string(text.substr(15, 6));
-    const std::size_t wild = digits.find('*');
-    for (std::size_t i = 0; i < digits.size(); ++i) {
-        if (i < wild ? !IsDigit(digits[i]) : digits[i] != '*') {
-            return false;
-        }
-    }
-    if (wild >= 14) {
-        return true;
-    }
-    return interval ? wild == 0 || (wild >= 8 && wild % 2 == 0) : wild >= 4 && wild % 2 == 0;
-}
+bool IsDigits(std::string_view text) { return std::ranges::all_of(text, Zentar::IsDigit); }
 
-bool IsInterval(std::string_view text) { return text[21] == ':'; }
-
-bool HasForm(std::string_view text) {
-    if (text.size() != 25 || text[14] != '.') {
-        return false;
-    }
-    const std::string_view offset = text.substr(22);
-    if (IsInterval(text)) {
-        return offset == "000" && HasDigitsThenWildcards(text, true);
-    }
-    return (text[21] == '+' || text[21] == '-') &&
-           std::all_of(offset.begin(), offset.end(), IsDigit) &&
-           HasDigitsThenWildcards(text, false);
-}
-
-bool HasWildcard(std::string_view text, const Field& field) {
-    return text.substr(field.at, field.length).find('*') != std::string_view::npos;
-}
-
-/// Of a field without wildcards.
-unsigned Number(std::string_view text, const Field& field) {
-    unsigned number = 0;
-    for (const char c : text.substr(field.at, field.length)) {
-        number = number * 10 + static_cast<unsigned>(c - '0');
-    }
-    return number;
+bool IsWild(std::string_view field) {
+    return field.find_first_not_of('*') == std::string_view::npos;
 }
 
 bool IsInRange(std::string_view text, const Field& field) {
-    return HasWildcard(text, field) ||
-           (Number(text, field) >= field.lowest && Number(text, field) <= field.highest);
+    const auto number = Zentar::NumberOf<unsigned>(text);
+    return IsDigits(text) && number && *number >= field.lowest && *number <= field.highest;
+}
+
+/// Digits, then wildcards to the end: whole fields, but single digits of the microseconds.
+bool HasFields(std::string_view text, std::span<const Field> fields) {
+    bool wild = false;
+    for (const Field& field : fields) {
+        const std::string_view part = text.substr(0, field.length);
+        wild = wild || IsWild(part);
+        if (wild ? !IsWild(part) : !IsInRange(part, field)) {
+            return false;
+        }
+        text.remove_prefix(field.length);
+    }
+    const std::string_view microseconds = text.substr(1, 6);
+    const std::string_view digits = microseconds.substr(0, microseconds.find('*'));
+    return text[0] == '.' && IsDigits(digits) && IsWild(microseconds.substr(digits.size())) &&
+           (!wild || digits.empty());
 }
 
 unsigned DaysInMonth(unsigned year, unsigned month) {
-    static constexpr std::array<unsigned, 12> kDays = {31, 28, 31, 30, 31, 30,
-                                                       31, 31, 30, 31, 30, 31};
+    static constexpr unsigned kDays[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
     const bool leap = (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
     return month == 2 && leap ? 29 : kDays[month - 1];
 }
 
-bool IsDate(std::string_view text) {
-    if (!IsInRange(text, kMonth) || !IsInRange(text, kDay)) {
-        return false;
-    }
-    // Where the day has no wildcards, nothing before it has.
-    return HasWildcard(text, kDay) ||
-           Number(text, kDay) <= DaysInMonth(Number(text, kYear), Number(text, kMonth));
+/// Of a time stamp whose fields are in their ranges. A day with wildcards is any.
+bool HasSuchADay(std::string_view text) {
+    const auto day = Zentar::NumberOf<unsigned>(text.substr(6, 2));
+    return !day || *day <= DaysInMonth(*Zentar::NumberOf<unsigned>(text.substr(0, 4)),
+                                       *Zentar::NumberOf<unsigned>(text.substr(4, 2)));
 }
 
 }  // namespace
 
 bool IsDateTime(std::string_view text) {
-    return HasForm(text) && (IsInterval(text) || IsDate(text)) &&
-           std::all_of(std::begin(kTime), std::end(kTime),
-                       [text](const Field& field) { return IsInRange(text, field); });
+    if (text.size() != 25) {
+        return false;
+    }
+    const std::string_view offset = text.substr(22);
+    if (text[21] == ':') {
+        return offset == "000" && HasFields(text, kInterval);
+    }
+    return (text[21] == '+' || text[21] == '-') && IsDigits(offset) && !IsWild(text.substr(0, 4)) &&
+           HasFields(text, kTimeStamp) && HasSuchADay(text);
 }
 
 }  // namespace Pegasus::kalvex::detail

@@ -1,6 +1,5 @@
-// Qualifiers, properties, instances and objects, and lists of properties.
+// Qualifiers, properties, instances and objects.
 #include "Pegasus/Common/CIMObject.h"
-#include "Pegasus/Common/CIMPropertyList.h"
 
 namespace Pegasus::kalvex {
 
@@ -14,18 +13,8 @@ const CIMName& NotNull(const CIMName& name) {
 }
 
 template <class Named>
-Uint32 FindByName(const Array<Named>& all, const CIMName& name) {
-    for (Uint32 i = 0; i < all.size(); ++i) {
-        if (all[i].getName() == name) {
-            return i;
-        }
-    }
-    return PEG_NOT_FOUND;
-}
-
-template <class Named>
 void AppendNamed(Array<Named>& all, const Named& x, const char* kind) {
-    if (FindByName(all, x.getName()) != PEG_NOT_FOUND) {
+    if (detail::FindByName(all, x.getName()) != PEG_NOT_FOUND) {
         throw AlreadyExistsException(kind + (" \"" + x.getName().getString() + "\""));
     }
     all.append(x);
@@ -55,21 +44,6 @@ CIMInstance::CIMInstance(const CIMName& className)
 CIMInstance& CIMInstance::addProperty(const CIMProperty& x) {
     AppendNamed(Body().properties, x, "property");
     return *this;
-}
-
-Uint32 detail::PropertyHandle::findQualifier(const CIMName& name) const {
-    return FindByName(Qualifiers(), name);
-}
-
-Uint32 detail::ObjectHandle::findProperty(const CIMName& name) const {
-    return FindByName(Properties(), name);
-}
-
-CIMPropertyList::CIMPropertyList(const Array<CIMName>& propertyNames)
-    : names_(propertyNames), is_null_(false) {
-    for (Uint32 i = 0; i < names_.size(); ++i) {
-        NotNull(propertyNames[i]);
-    }
 }
 
 }  // namespace Pegasus::kalvex

@@ -3,36 +3,29 @@
 #include <arpa/inet.h>
 
 #include <algorithm>
-#include <charconv>
+#include <cstdint>
 #include <string>
 
-#include "ascii.h"
+#include "common/text/ascii.h"
+#include "common/text/number.h"
 
 namespace Pegasus::kalvex::detail {
 
 namespace {
 
-using cimclient::IsDigit;
+using Zentar::IsDigit;
 
 constexpr std::size_t kLongestHostName = 255;
 constexpr std::size_t kLongestLabel = 63;
 
-bool IsLabelCharacter(char c) {
-    return cimclient::IsLetter(c) || IsDigit(c) || c == '-' || c == '_';
-}
+bool IsLabelCharacter(char c) { return Zentar::IsLetter(c) || IsDigit(c) || c == '-' || c == '_'; }
 
 bool IsLabel(std::string_view label) {
     return !label.empty() && label.size() <= kLongestLabel && label.front() != '-' &&
            std::all_of(label.begin(), label.end(), IsLabelCharacter);
 }
 
-bool IsPort(std::string_view port) {
-    unsigned number = 0;
-    const char* end = port.data() + port.size();
-    return port.empty() ||
-           (std::all_of(port.begin(), port.end(), IsDigit) &&
-            std::from_chars(port.data(), end, number).ec == std::errc() && number <= 65535);
-}
+bool IsPort(std::string_view port) { return port.empty() || Zentar::NumberOf<std::uint16_t>(port); }
 
 bool IsLinkLocal(const in6_addr& address) {
     return address.s6_addr[0] == 0xFE && (address.s6_addr[1] & 0xC0) == 0x80;

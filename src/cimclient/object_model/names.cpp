@@ -4,7 +4,7 @@
 
 #include "Pegasus/Common/CIMName.h"
 #include "Pegasus/Common/Exception.h"
-#include "ascii.h"
+#include "common/text/ascii.h"
 
 namespace Pegasus::kalvex {
 
@@ -13,10 +13,10 @@ namespace detail {
 namespace {
 
 bool StartsName(char c) {
-    return cimclient::IsLetter(c) || c == '_' || static_cast<unsigned char>(c) >= 0x80;
+    return Zentar::IsLetter(c) || c == '_' || static_cast<unsigned char>(c) >= 0x80;
 }
 
-bool ContinuesName(char c) { return StartsName(c) || cimclient::IsDigit(c); }
+bool ContinuesName(char c) { return StartsName(c) || Zentar::IsDigit(c); }
 
 /// Letters beyond ASCII reach up to U+FFEF: no further planes and none of the specials.
 bool HasForbiddenLetter(std::string_view name) {
@@ -76,7 +76,7 @@ CIMName CIMName::Unchecked(const String& name) {
 }
 
 Boolean operator==(const CIMName& name1, const CIMName& name2) {
-    return cimclient::EqualNoCase(name1.getString().utf8(), name2.getString().utf8());
+    return Zentar::EqualNoCase(name1.getString().utf8(), name2.getString().utf8());
 }
 
 CIMNamespaceName::CIMNamespaceName(const String& name) : name_(WithoutLeadingSlash(name)) {

@@ -2,18 +2,18 @@
 #include <utility>
 
 #include "Pegasus/Common/CIMObjectPath.h"
-#include "ascii.h"
+#include "common/text/ascii.h"
 #include "object_model/host_names.h"
 #include "object_model/path_parser.h"
-#include "object_model/text_making.h"
+#include "object_model/text_sink.h"
 
 namespace Pegasus::kalvex {
 
 namespace {
 
 bool ComesBefore(const CIMKeyBinding& x, const CIMKeyBinding& y) {
-    return cimclient::CompareNoCase(x.getName().getString().utf8(),
-                                    y.getName().getString().utf8()) < 0;
+    return Zentar::CompareNoCase(x.getName().getString().utf8(), y.getName().getString().utf8()) <
+           0;
 }
 
 Array<CIMKeyBinding> SortedByName(Array<CIMKeyBinding> keys) {
@@ -31,8 +31,7 @@ const String& CheckedHost(const String& host) {
     return host;
 }
 
-template <class Sink>
-void AppendQuoted(Sink& out, std::string_view text) {
+void AppendQuoted(detail::TextSink& out, std::string_view text) {
     out.Append("\"");
     std::size_t special = 0;
     while ((special = text.find_first_of("\"\\")) != std::string_view::npos) {
@@ -58,7 +57,7 @@ CIMObjectPath::CIMObjectPath(const String& host, const CIMNamespaceName& nameSpa
       keys_(SortedByName(keyBindings)) {}
 
 String CIMObjectPath::toString() const {
-    return detail::MakeText([this](auto& out) {
+    return detail::MakeText([this](detail::TextSink& out) {
         const std::string_view host = host_.utf8();
         const std::string_view name_space = name_space_.getString().utf8();
         if (!host.empty()) {

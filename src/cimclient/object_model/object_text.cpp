@@ -3,7 +3,7 @@
 #include <string>
 
 #include "common/text/xml_escape.h"
-#include "object_model/text_making.h"
+#include "object_model/text_sink.h"
 #include "object_model/value_body.h"
 #include "object_model/value_texts.h"
 
@@ -13,10 +13,9 @@ namespace {
 
 /// Escapes a text any number of times in one pass: of a reference, each further time replaces the
 /// ampersand alone.
-template <class Sink>
 class Escaper {
 public:
-    explicit Escaper(Sink& out) : out_(out) {}
+    explicit Escaper(TextSink& out) : out_(out) {}
 
     void Append(std::string_view text, std::size_t times) {
         if (times == 0) {
@@ -47,7 +46,7 @@ private:
         return std::string_view(ampersand_).substr(0, size);
     }
 
-    Sink& out_;
+    TextSink& out_;
     std::string ampersand_ = "&";
 };
 
@@ -58,10 +57,9 @@ const char* PropertyElement(const CIMConstProperty& property) {
     return property.getType() == CIMTYPE_REFERENCE ? "PROPERTY.REFERENCE" : "PROPERTY";
 }
 
-template <class Sink>
 class ObjectWriter {
 public:
-    explicit ObjectWriter(Sink& out) : escaper_(out) {}
+    explicit ObjectWriter(TextSink& out) : escaper_(out) {}
 
     void Content(const CIMValue& value) {
         const ValueBody& body = ValueAccess::BodyOf(value);
@@ -73,7 +71,10 @@ public:
 
 private:
     /// Belongs to the object at hand, and is escaped with it.
-    void Markup(std::string_view text) { escaper_.Append(text, level_); }
+    template <class... Texts>
+    void Markup(const Texts&... texts) {
+        (escaper_.Append(texts, level_), ...);
+    }
 
     void Element(const ValueBody& body, Uint32 index) {
         if (body.texts.size() > 0) {
@@ -86,14 +87,10 @@ private:
     void Object(const ObjectBody& object) {
         const std::string_view class_name = object.path.getClassName().getString().utf8();
         if (object.is_class) {
-            Markup("<CLASS NAME=\"");
-            Markup(class_name);
-            Markup("\" >\n</CLASS>\n");
+            Markup("<CLASS NAME=\"", class_name, "\" >\n</CLASS>\n");
             return;
         }
-        Markup("<INSTANCE CLASSNAME=\"");
-        Markup(class_name);
-        Markup("\" >\n");
+        Markup("<INSTANCE CLASSNAME=\"", class_name, "\" >\n");
         for (Uint32 i = 0; i < object.qualifiers.size(); ++i) {
             Qualifier(object.qualifiers[i]);
         }
@@ -104,31 +101,22 @@ private:
     }
 
     void Qualifier(const CIMConstQualifier& qualifier) {
-        Markup("<QUALIFIER NAME=\"");
-        Markup(qualifier.getName().getString().utf8());
-        Markup("\" TYPE=\"");
-        Markup(NameOf(qualifier.getValue().getType()));
-        Markup("\">\n");
+        Markup("<QUALIFIER NAME=\"", qualifier.getName().getString().utf8(), "\" TYPE=\"",
+               NameOf(qualifier.getValue().getType()), "\">\n");
         Value(qualifier.getValue());
         Markup("</QUALIFIER>\n");
     }
 
     void Property(const CIMConstProperty& property) {
         const char* element = PropertyElement(property);
-        Markup("<");
-        Markup(element);
-        Markup(" NAME=\"");
-        Markup(property.getName().getString().utf8());
-        Markup("\" ");
+        Markup("<", element, " NAME=\"", property.getName().getString().utf8(), "\" ");
         TypeAttributes(property.getType());
         Markup(">\n");
         for (Uint32 i = 0; i < property.getQualifierCount(); ++i) {
             Qualifier(property.getQualifier(i));
         }
         Value(property.getValue());
-        Markup("</");
-        Markup(element);
-        Markup(">\n");
+        Markup("</", element, ">\n");
     }
 
     /// The TYPE attribute of embedded objects is that of the text that carries them.
@@ -141,9 +129,7 @@ private:
         } else if (type == CIMTYPE_INSTANCE) {
             Markup(" EmbeddedObject=\"instance\"");
         }
-        Markup(" TYPE=\"");
-        Markup(IsEmbedded(type) ? NameOf(CIMTYPE_STRING) : NameOf(type));
-        Markup("\"");
+        Markup(" TYPE=\"", NameOf(IsEmbedded(type) ? CIMTYPE_STRING : type), "\"");
     }
 
     void Value(const CIMValue& value) {
@@ -184,24 +170,19 @@ private:
         Markup(is_reference ? "\n</VALUE.REFERENCE>\n" : "</VALUE>\n");
     }
 
-    Escaper<Sink> escaper_;
+    Escaper escaper_;
     std::size_t level_ = 0;  ///< how often what is appended is to be escaped
 };
-
-template <class Sink>
-void AppendContent(Sink& out, const CIMValue& value) {
-    ObjectWriter<Sink>(out).Content(value);
-}
 
 }  // namespace
 
 String TextOfContent(const CIMValue& value) {
-    return MakeText([&](auto& out) { AppendContent(out, value); });
+    return MakeText([&](TextSink& out) { ObjectWriter(out).Content(value); });
 }
 
 std::size_t BytesOfContent(const CIMValue& value) {
-    TextLength length;
-    AppendContent(length, value);
+    TextSink length;
+    ObjectWriter(length).Content(value);
     return length.bytes();
 }
 

@@ -116,10 +116,10 @@ private:
 
     void CheckNumber(std::string_view value) const {
         if (value.starts_with('-')) {
-            if (!StrictUnsigned(value.substr(1)) || !LenientSigned(value)) {
+            if (!StrictMagnitude(value.substr(1)) || !IntegerOf<Sint64>(value)) {
                 FailPair("invalid negative number value " + std::string(value));
             }
-        } else if (!StrictUnsigned(value)) {
+        } else if (!StrictMagnitude(value)) {
             FailPair("invalid number value " + std::string(value));
         }
     }

@@ -9,35 +9,27 @@
 
 namespace Pegasus::kalvex {
 
-namespace detail {
+namespace {
 
-/// The text of a String: this head, the UTF-8 bytes and a 0 in one allocation.
-struct StringBody : Counted {
-    /// With a 0 after the bytes, which are still to be written.
-    static Shared<StringBody> OfSize(std::size_t size);
+using detail::Shared;
+using detail::StringBody;
 
-    char* Bytes() { return reinterpret_cast<char*>(this + 1); }
-
-    Uint32 size = 0;
-};
-
-Shared<StringBody> StringBody::OfSize(std::size_t size) {
+/// With a 0 after the bytes, which are still to be written.
+Shared<StringBody> BodyOfSize(std::size_t size) {
     constexpr std::size_t kMaxBytes = 0x7FFFFFFF;
     if (size > kMaxBytes) {
         throw std::bad_alloc();
     }
-    auto* body = ::new (ArenaAllocate(sizeof(StringBody) + size + 1)) StringBody;
+    auto* body = ::new (detail::ArenaAllocate(sizeof(StringBody) + size + 1)) StringBody;
     body->size = static_cast<Uint32>(size);
     body->Bytes()[size] = '\0';
     return Shared<StringBody>(body);
 }
 
-namespace {
-
 Shared<StringBody> BodyUnlessEmpty(std::string_view text) {
     Shared<StringBody> body;
     if (!text.empty()) {
-        body = StringBody::OfSize(text.size());
+        body = BodyOfSize(text.size());
         text.copy(body->Bytes(), text.size());
     }
     return body;
@@ -68,30 +60,9 @@ std::string_view Checked(const char* text) {
 
 }  // namespace
 
-}  // namespace detail
-
-using detail::BodyUnlessEmpty;
-using detail::StringBody;
-
-CString::CString(detail::Shared<StringBody> body) : body_(std::move(body)) {}
-CString::~CString() = default;
-CString::operator const char*() const { return body_ ? body_->Bytes() : ""; }
-
 const String String::EMPTY;
 
-String::String() = default;
-String::String(const char* str) : body_(BodyUnlessEmpty(detail::Checked(str))) {}
-String::String(const String& str) = default;
-String::String(String&& str) noexcept = default;
-String::~String() = default;
-String& String::operator=(const String& str) = default;
-String& String::operator=(String&& str) noexcept = default;
-
-CString String::getCString() const { return CString(body_); }
-
-std::string_view String::utf8() const {
-    return body_ ? std::string_view(body_->Bytes(), body_->size) : std::string_view();
-}
+String::String(const char* str) : body_(BodyUnlessEmpty(Checked(str))) {}
 
 String String::FromUtf8(std::string_view valid_utf8) {
     String string;
@@ -102,7 +73,7 @@ String String::FromUtf8(std::string_view valid_utf8) {
 String String::OfBytes(std::size_t size, char*& bytes) {
     String string;
     if (size > 0) {
-        string.body_ = StringBody::OfSize(size);
+        string.body_ = BodyOfSize(size);
         bytes = string.body_->Bytes();
     }
     return string;

@@ -2,32 +2,16 @@
 
 #include <charconv>
 #include <cmath>
-#include <limits>
 
-#include "ascii.h"
+#include "common/text/ascii.h"
+#include "common/text/number.h"
 
 namespace Pegasus::kalvex::detail {
 
 namespace {
 
-template <class Number, class... Format>
-std::optional<Number> Whole(std::string_view text, Format... format) {
-    Number number{};
-    const char* end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, number, format...);
-    return error == std::errc() && stop == end ? std::optional(number) : std::nullopt;
-}
-
 bool IsHex(std::string_view text) {
     return text.size() > 2 && text[0] == '0' && (text[1] == 'x' || text[1] == 'X');
-}
-
-/// Digits without any sign.
-std::optional<Uint64> Digits(std::string_view text) {
-    if (text.empty() || text[0] == '-') {
-        return std::nullopt;
-    }
-    return IsHex(text) ? Whole<Uint64>(text.substr(2), 16) : Whole<Uint64>(text, 10);
 }
 
 struct NamedType {
@@ -47,26 +31,14 @@ constexpr NamedType kNamedTypes[] = {
 
 }  // namespace
 
-std::optional<Uint64> StrictUnsigned(std::string_view text) {
+std::optional<Uint64> Magnitude(std::string_view text) {
+    return IsHex(text) ? Zentar::NumberOf<Uint64>(text.substr(2), 16)
+                       : Zentar::NumberOf<Uint64>(text);
+}
+
+std::optional<Uint64> StrictMagnitude(std::string_view text) {
     const bool leading_zero = text.size() > 1 && text[0] == '0' && !IsHex(text);
-    return leading_zero ? std::nullopt : Digits(text);
-}
-
-std::optional<Uint64> LenientUnsigned(std::string_view text) {
-    return Digits(text.substr(!text.empty() && text[0] == '+' ? 1 : 0));
-}
-
-std::optional<Sint64> LenientSigned(std::string_view text) {
-    constexpr Uint64 kHighest = std::numeric_limits<Sint64>::max();
-    if (text.empty() || text[0] != '-') {
-        const auto magnitude = LenientUnsigned(text);
-        return magnitude && *magnitude <= kHighest ? std::optional(static_cast<Sint64>(*magnitude))
-                                                   : std::nullopt;
-    }
-    const auto magnitude = Digits(text.substr(1));
-    return magnitude && *magnitude <= kHighest + 1
-               ? std::optional(static_cast<Sint64>(0 - *magnitude))
-               : std::nullopt;
+    return leading_zero ? std::nullopt : Magnitude(text);
 }
 
 std::optional<Real64> LenientReal(std::string_view text) {
@@ -76,15 +48,15 @@ std::optional<Real64> LenientReal(std::string_view text) {
             return std::nullopt;
         }
     }
-    const auto number = Whole<Real64>(text, std::chars_format::general);
+    const auto number = Zentar::NumberOf<Real64>(text, std::chars_format::general);
     return number && std::isfinite(*number) ? number : std::nullopt;
 }
 
 std::optional<Boolean> BooleanOf(std::string_view text) {
-    if (cimclient::EqualNoCase(text, "true")) {
+    if (Zentar::EqualNoCase(text, "true")) {
         return true;
     }
-    return cimclient::EqualNoCase(text, "false") ? std::optional(false) : std::nullopt;
+    return Zentar::EqualNoCase(text, "false") ? std::optional(false) : std::nullopt;
 }
 
 const char* BooleanText(Boolean value) { return value ? "TRUE" : "FALSE"; }

@@ -3,16 +3,17 @@
 #include "common/cimom/src/client_seam.h"
 
 #include "client/client_settings.h"
+#include "client/failures.h"
 #include "common/cimom/src/exception_causes.h"
 #include "common/text/utf8.h"
-#include "explained.h"
 
 namespace Zentar {
 
 namespace {
 
 [[noreturn]] void Refuse(const std::string& problem) {
-    throw cimclient::Of<Pegasus::Exception>(FailureKind::kBadConnectionInfo, problem.c_str());
+    throw cimclient::ExplainedAs<Pegasus::Exception>({FailureKind::kBadConnectionInfo},
+                                                     problem.c_str());
 }
 
 cimclient::Trust TrustOf(const ZentarConnection::ConnectionOptions& options) {
@@ -48,16 +49,16 @@ void ConnectClient(Pegasus::CIMClient& client, const ZentarConnection::Connectio
     if (Zentar::FirstInvalidUtf8(password) != std::string_view::npos) {
         throw Pegasus::Exception("The password is not valid UTF-8.");
     }
-    cimclient::Connect(client, {host.utf8(), info.port, tls, user.utf8(), password});
+    cimclient::Connect(client, {host.utf8(), info.port, tls != nullptr, user.utf8(), password});
 }
 
 Failure CauseOf(const Pegasus::Exception& exception) {
     Failure cause = CauseByClass(exception);
     if (const auto* explained = dynamic_cast<const cimclient::Explained*>(&exception)) {
-        cause.kind = explained->kind();
-        cause.phase = explained->phase();
+        cause.kind = explained->kind;
+        cause.phase = explained->phase;
         cause.code = 0;  // the client's own, where there is one
-        cause.text = explained->reason().empty() ? cause.text : explained->reason();
+        cause.text = explained->reason.empty() ? cause.text : explained->reason;
     }
     return cause;
 }

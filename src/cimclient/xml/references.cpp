@@ -1,7 +1,6 @@
-#include <charconv>
 #include <optional>
-#include <stdexcept>
 
+#include "common/text/number.h"
 #include "common/text/utf8.h"
 #include "xml/xml_reader.h"
 
@@ -36,11 +35,7 @@ std::optional<char32_t> CodeOf(std::string_view reference) {
     }
     const bool hex = reference[2] == 'x' || reference[2] == 'X';
     const std::string_view digits = reference.substr(hex ? 3 : 2, reference.size() - (hex ? 4 : 3));
-    unsigned code = 0;
-    const char* end = digits.data() + digits.size();
-    const auto result = std::from_chars(digits.data(), end, code, hex ? 16 : 10);
-    return result.ec == std::errc() && result.ptr == end ? std::optional<char32_t>(code)
-                                                         : std::nullopt;
+    return Zentar::NumberOf<unsigned>(digits, hex ? 16 : 10);
 }
 
 std::optional<Reference> ReferenceAt(std::string_view raw) {
@@ -75,7 +70,7 @@ bool IsCharacter(char32_t code) { return code <= 0x10FFFF && (code < 0xD800 || c
 
 }  // namespace
 
-std::string ResolveReferences(std::string_view raw) {
+std::optional<std::string> ResolveReferences(std::string_view raw) {
     std::string text;
     text.reserve(raw.size());
     while (true) {
@@ -92,7 +87,7 @@ std::string ResolveReferences(std::string_view raw) {
         }
         const auto reference = ReferenceAt(raw);
         if (!reference) {
-            throw std::invalid_argument("Malformed reference");
+            return std::nullopt;
         }
         Zentar::AppendUtf8(text, IsCharacter(reference->code) ? reference->code : 0xFFFD);
         raw.remove_prefix(reference->length);

@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <stdexcept>
+#include <utility>
 
-#include "Pegasus/Client/CIMClientException.h"
 #include "common/text/byte_words.h"
 #include "common/text/utf8.h"
+#include "reply_errors.h"
 #include "reply_limits.h"
 
 namespace cimclient {
@@ -99,17 +99,13 @@ std::string Collapsed(std::string_view text) {
     return collapsed;
 }
 
-[[noreturn]] void Throw(const std::string& message) {
-    throw Pegasus::CIMClientXmlException(Pegasus::String::FromUtf8(Zentar::RepairedUtf8(message)));
-}
-
 }  // namespace
 
-void XmlReader::Rewind(const Place& place) {
+void XmlReader::Rewind(const Checkpoint& checkpoint) {
     has_token_ = false;
-    at_ = place.at;
-    depth_ = place.depth;
-    close_pending_ = place.close_pending;
+    at_ = checkpoint.at;
+    depth_ = checkpoint.depth;
+    close_pending_ = checkpoint.close_pending;
 }
 
 /// Goes back to before the current token. The name of an element that it closed is still there.
@@ -131,8 +127,8 @@ void XmlReader::Unread() {
 /// Drops what has been read.
 void XmlReader::Forget() {
     lines_forgotten_ += CountLines(text_.substr(0, at_));
-    window_.RemovePrefix(at_);
-    text_ = window_.View();
+    window_.erase(0, at_);
+    text_ = window_;
     at_ = 0;
 }
 
@@ -163,8 +159,8 @@ void XmlReader::FetchMore() {
         const std::string_view part = source_();
         is_complete_ = part.empty();
         window_charge_.RaiseTo(text_.size() + part.size());
-        window_.Append(part);
-        text_ = window_.View();
+        window_ += part;
+        text_ = window_;
     } while (!is_complete_ && text_.size() < wanted);
 }
 
@@ -281,11 +277,11 @@ std::string_view XmlReader::ValueOf(const XmlAttribute& attribute) {
 }
 
 std::string XmlReader::Resolved(std::string_view raw) const {
-    try {
-        return ResolveReferences(raw);
-    } catch (const std::invalid_argument& e) {
-        FailForm(e.what());
+    auto text = ResolveReferences(raw);
+    if (!text) {
+        FailForm("Malformed reference");
     }
+    return std::move(*text);
 }
 
 std::string_view XmlReader::ReadText() {
@@ -527,14 +523,14 @@ std::string XmlReader::OnLine() const {
     return ": on line " + std::to_string(1 + lines_forgotten_ + CountLines(text_.substr(0, at_)));
 }
 
-void XmlReader::FailForm(const char* what) const { Throw(what + OnLine()); }
+void XmlReader::FailForm(const char* what) const { throw XmlError{{what + OnLine()}}; }
 
 void XmlReader::FailValidation(const std::string& what) const {
-    Throw("Validation error" + OnLine() + ": " + what);
+    throw XmlError{{"Validation error" + OnLine() + ": " + what}};
 }
 
 void XmlReader::FailSemantic(const std::string& what) const {
-    Throw("Semantic error" + OnLine() + ": " + what);
+    throw XmlError{{"Semantic error" + OnLine() + ": " + what}};
 }
 
 }  // namespace cimclient

@@ -1,7 +1,7 @@
 // A pull reader for the XML that CIM servers send (DSP0201).
 //
 // It differs from a general parser where servers do: raw control characters and bytes that are not
-// UTF-8 pass, and white space written as a reference is told from literal white space. There are no
+// UTF-8 pass, and white space written as a reference differs from literal white space. There are no
 // entities but the five predefined ones and no DOCTYPE.
 //
 // A text may be read while it arrives: what has been read is forgotten, so that memory is needed
@@ -17,7 +17,6 @@
 #include <string_view>
 #include <vector>
 
-#include "byte_buffer.h"
 #include "object_model/memory_budget.h"
 #include "reply_limits.h"
 
@@ -46,7 +45,7 @@ bool Is(std::string_view text, const char (&literal)[Size]) {
 
 /// Reads tokens one at a time. An empty element gives an open and a close token; comments,
 /// processing instructions and white space between elements give none. Everything that is not well
-/// formed throws CIMClientXmlException, with the line.
+/// formed throws XmlError, with the line.
 class XmlReader {
 public:
     /// Gives the next bytes of a text, and an empty view at its end.
@@ -54,7 +53,7 @@ public:
 
     /// The text must outlive the reader and all views that it gave.
     explicit XmlReader(std::string_view text) : text_(text), is_complete_(true) {}
-    /// Everything is to be read within Whole.
+    /// Everything is to be read within Retrying.
     explicit XmlReader(Source source) : source_(std::move(source)) {}
     XmlReader(const XmlReader&) = delete;
     XmlReader& operator=(const XmlReader&) = delete;
@@ -62,15 +61,15 @@ public:
     /// Calls `read`, from the same place again whenever the text that has arrived ends before it is
     /// done. Views given before are no longer valid.
     template <class Read>
-    auto Whole(Read read) -> decltype(read()) {
-        Place place = Begin();
+    auto Retrying(Read read) -> decltype(read()) {
+        Checkpoint checkpoint = MakeCheckpoint();
         while (true) {
             try {
                 return read();
             } catch (const NeedsMore&) {
-                Rewind(place);
+                Rewind(checkpoint);
                 FetchMore();
-                place.at = at_;
+                checkpoint.at = at_;
             }
         }
     }
@@ -138,7 +137,7 @@ public:
         }
     }
 
-    /// Throw CIMClientXmlException: "Validation error: on line N: ..." about structure,
+    /// Throw XmlError: "Validation error: on line N: ..." about structure,
     /// "Semantic error: on line N: ..." about values.
     [[noreturn]] void FailValidation(const std::string& what) const;
     [[noreturn]] void FailSemantic(const std::string& what) const;
@@ -146,17 +145,17 @@ public:
 private:
     /// Thrown where the text that has arrived ends.
     struct NeedsMore {};
-    struct Place {
+    struct Checkpoint {
         std::size_t at;
         std::size_t depth;
         bool close_pending;
     };
 
-    Place Begin() {
+    Checkpoint MakeCheckpoint() {
         Unread();
         return {at_, depth_, close_pending_};
     }
-    void Rewind(const Place& place);
+    void Rewind(const Checkpoint& checkpoint);
     void Unread();
     void Forget();
     void KeepOpenNames();
@@ -192,7 +191,7 @@ private:
     std::string OnLine() const;
 
     Source source_;
-    ByteBuffer window_;  ///< what of a text that arrives is at hand
+    std::string window_;  ///< what of a text that arrives is at hand
     std::string_view text_;
     bool is_complete_ = false;
     std::size_t lines_forgotten_ = 0;
@@ -216,8 +215,8 @@ private:
     Pegasus::detail::MemoryCharge texts_charge_;
 };
 
-/// The text with its references resolved; throws std::invalid_argument for a malformed one.
-/// References from 128 to 255 that spell UTF-8 bytes are taken as these bytes.
-std::string ResolveReferences(std::string_view raw);
+/// The text with its references resolved; nothing when one is malformed. References from 128 to 255
+/// that spell UTF-8 bytes are taken as these bytes.
+std::optional<std::string> ResolveReferences(std::string_view raw);
 
 }  // namespace cimclient

@@ -2,7 +2,6 @@
 #include <gmock/gmock.h>
 
 #include "Pegasus/Common/CIMName.h"
-#include "Pegasus/Common/CIMPropertyList.h"
 #include "support/client_view.h"
 
 namespace {
@@ -53,24 +52,6 @@ TEST(Namespace, IsNamesBetweenSlashes) {
                   "InvalidNamespaceNameException [invalid CIM namespace name: " +
                       std::string(name) + "]");
     }
-}
-
-TEST(PropertyList, TellsNullFromEmpty) {
-    const CIMPropertyList null;
-    EXPECT_TRUE(null.isNull());
-    EXPECT_EQ(null.size(), 0U);
-    const CIMPropertyList empty((Array<CIMName>()));
-    EXPECT_FALSE(empty.isNull());
-    EXPECT_EQ(empty.size(), 0U);
-    Array<CIMName> names;
-    names.append(CIMName("a"));
-    names.append(CIMName("B"));
-    const CIMPropertyList two(names);
-    EXPECT_EQ(TextOf(two[1].getString()), "B");
-    EXPECT_EQ(FailureOf([&] { two[2]; }), "IndexOutOfBoundsException [index out of bounds]");
-    names.append(CIMName());
-    EXPECT_EQ(FailureOf([&] { CIMPropertyList list(names); }),
-              "UninitializedObjectException [uninitialized object]");
 }
 
 }  // namespace

@@ -145,24 +145,18 @@ TEST_F(ConnectionReuse, DoesNotSendAgainAfterTheFirstByteOfAnAnswer) {
 }
 
 TEST_F(ConnectionReuse, SendsAgainWhenTheServerBreaksOffInTheMiddleOfALargeRequest) {
-    const Pegasus::CIMPropertyList list = LongPropertyList(200000);
+    const Pegasus::CIMName name = LongName(8UL << 20);
     Converse({Replies({AnswerOf(1)}) + Conversation{AwaitByte(), Reset()}, Replies({AnswerOf(2)})});
     EXPECT_EQ(Enumerate(), "1 objects");
-    EXPECT_EQ(OutcomeOf([&] {
-                  return client.enumerateInstances("root/cimv2", "X", true, true, false, false,
-                                                   list);
-              }),
+    EXPECT_EQ(OutcomeOf([&] { return client.enumerateInstances("root/cimv2", name); }),
               "2 objects");
 }
 
 TEST_F(ConnectionReuse, TakesAnAnswerThatComesBeforeTheWholeRequestIsTaken) {
-    const Pegasus::CIMPropertyList list = LongPropertyList(200000);
+    const Pegasus::CIMName name = LongName(8UL << 20);
     Converse({Conversation{AwaitByte(), Send(Reply("413 Too Large", {"Content-Length: 0"}, "")),
                            AwaitRequest()}});
-    EXPECT_EQ(OutcomeOf([&] {
-                  return client.enumerateInstances("root/cimv2", "X", true, true, false, false,
-                                                   list);
-              }),
+    EXPECT_EQ(OutcomeOf([&] { return client.enumerateInstances("root/cimv2", name); }),
               "CIMClientHTTPErrorException 413 [HTTP Error (413 Too Large).]");
 }
 

@@ -3,6 +3,7 @@
 #include <stdexcept>
 
 #include "cimxml/response_reader.h"
+#include "client/failures.h"
 
 namespace wire {
 
@@ -32,12 +33,19 @@ cimclient::XmlReader::Source InParts(std::string body, std::size_t size) {
 constexpr std::size_t kWhole = std::string::npos;
 
 Array<CIMInstance> Instances(const std::string& body, std::size_t part = kWhole) {
-    return cimclient::ReadInstances(InParts(Addressed(body), part), kMessageId);
+    Array<CIMInstance> instances;
+    cimclient::WithExceptions(
+        [&] { instances = cimclient::ReadInstances(InParts(Addressed(body), part), kMessageId); });
+    return instances;
 }
 
 Array<CIMObject> Objects(const std::string& content, std::size_t part = kWhole) {
-    return cimclient::ReadObjects(InParts(Addressed(BodyReturning(content, "Associators")), part),
-                                  kMessageId);
+    Array<CIMObject> objects;
+    cimclient::WithExceptions([&] {
+        objects = cimclient::ReadObjects(
+            InParts(Addressed(BodyReturning(content, "Associators")), part), kMessageId);
+    });
+    return objects;
 }
 
 /// The outcome of reading the whole at once, which must not depend on the parts that arrive.

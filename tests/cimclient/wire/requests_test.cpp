@@ -41,14 +41,6 @@ class Requests : public wire::WireTest {
 protected:
     Requests() { ConverseOnce({Answer(Body(""))}); }
 
-    CIMPropertyList Properties(const std::vector<const char*>& names) {
-        Array<CIMName> list;
-        for (const char* name : names) {
-            list.append(CIMName(name));
-        }
-        return CIMPropertyList(list);
-    }
-
     RecordedRequest Sent() { return server->requests().front(); }
     /// The parameters that were sent, between namespace and end.
     std::string Parameters() {
@@ -72,21 +64,13 @@ TEST_F(Requests, OfAnEnumerationHaveThisVeryText) {
 }
 
 TEST_F(Requests, LeaveDefaultsOutAndStateTheRestInOrder) {
-    client.enumerateInstances("root/cimv2", "X", false, false, true, true, Properties({"A", "b"}));
+    client.enumerateInstances("root/cimv2", "X", false, false, true, true);
     EXPECT_EQ(Parameters(),
               "<IPARAMVALUE NAME=\"ClassName\">\n<CLASSNAME NAME=\"X\"/>\n</IPARAMVALUE>\n"
               "<IPARAMVALUE NAME=\"LocalOnly\">\n<VALUE>FALSE</VALUE>\n</IPARAMVALUE>\n"
               "<IPARAMVALUE NAME=\"DeepInheritance\">\n<VALUE>FALSE</VALUE>\n</IPARAMVALUE>\n"
               "<IPARAMVALUE NAME=\"IncludeQualifiers\">\n<VALUE>TRUE</VALUE>\n</IPARAMVALUE>\n"
-              "<IPARAMVALUE NAME=\"IncludeClassOrigin\">\n<VALUE>TRUE</VALUE>\n</IPARAMVALUE>\n"
-              "<IPARAMVALUE NAME=\"PropertyList\">\n<VALUE.ARRAY>\n<VALUE>A</VALUE>\n"
-              "<VALUE>b</VALUE>\n</VALUE.ARRAY>\n</IPARAMVALUE>\n");
-}
-
-TEST_F(Requests, StateAnEmptyPropertyListAsEmpty) {
-    client.enumerateInstances("root/cimv2", "X", true, true, false, false, Properties({}));
-    EXPECT_THAT(Parameters(), HasSubstr("<IPARAMVALUE NAME=\"PropertyList\">\n<VALUE.ARRAY>\n"
-                                        "</VALUE.ARRAY>\n</IPARAMVALUE>\n"));
+              "<IPARAMVALUE NAME=\"IncludeClassOrigin\">\n<VALUE>TRUE</VALUE>\n</IPARAMVALUE>\n");
 }
 
 TEST_F(Requests, NameTheClassParameterEvenWithoutAClass) {
@@ -131,7 +115,7 @@ TEST_F(Requests, OfAssociatorsSendTheSourcePathWithoutHostAndNamespace) {
 
 TEST_F(Requests, OfAssociatorsStateEveryParameterInOrder) {
     client.associators("root/cimv2", CIMObjectPath("X.k=1"), CIMName(), CIMName(), "Ro", "Rr", true,
-                       true, Properties({"A"}));
+                       true);
     EXPECT_THAT(Parameters(),
                 HasSubstr("<IPARAMVALUE NAME=\"AssocClass\">\n</IPARAMVALUE>\n"
                           "<IPARAMVALUE NAME=\"ResultClass\">\n</IPARAMVALUE>\n"
@@ -140,9 +124,7 @@ TEST_F(Requests, OfAssociatorsStateEveryParameterInOrder) {
                           "<IPARAMVALUE NAME=\"IncludeQualifiers\">\n<VALUE>TRUE</VALUE>\n"
                           "</IPARAMVALUE>\n"
                           "<IPARAMVALUE NAME=\"IncludeClassOrigin\">\n<VALUE>TRUE</VALUE>\n"
-                          "</IPARAMVALUE>\n"
-                          "<IPARAMVALUE NAME=\"PropertyList\">\n<VALUE.ARRAY>\n<VALUE>A</VALUE>\n"
-                          "</VALUE.ARRAY>\n</IPARAMVALUE>\n"));
+                          "</IPARAMVALUE>\n"));
 }
 
 TEST_F(Requests, WithoutANamespaceAreNotSent) {

@@ -55,12 +55,8 @@ std::vector<std::size_t> WireTest::ConnectionsUsed() const {
     return connections;
 }
 
-Pegasus::CIMPropertyList WireTest::LongPropertyList(std::size_t count) {
-    Pegasus::Array<Pegasus::CIMName> names;
-    while (names.size() < count) {
-        names.append(Pegasus::CIMName("ALongPropertyName"));
-    }
-    return Pegasus::CIMPropertyList(names);
+Pegasus::CIMName WireTest::LongName(std::size_t bytes) {
+    return Pegasus::CIMName(std::string(bytes, 'x').c_str());
 }
 
 }  // namespace wire

@@ -43,7 +43,7 @@ protected:
     std::vector<std::size_t> ConnectionsUsed() const;
 
     /// Makes a request large.
-    static Pegasus::CIMPropertyList LongPropertyList(std::size_t count);
+    static Pegasus::CIMName LongName(std::size_t bytes);
 
     std::unique_ptr<support::ScriptedServer> server;
     Pegasus::CIMClient client;

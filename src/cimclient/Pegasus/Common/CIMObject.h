@@ -26,7 +26,7 @@ class ObjectHandle {
 public:
     const CIMObjectPath& getPath() const { return Body().path; }
     /// The position in document order, or PEG_NOT_FOUND.
-    Uint32 findProperty(const CIMName& name) const;
+    Uint32 findProperty(const CIMName& name) const { return FindByName(Properties(), name); }
     CIMConstProperty getProperty(Uint32 index) const { return Properties()[index]; }
     Uint32 getPropertyCount() const { return Properties().size(); }
 

@@ -26,7 +26,7 @@ public:
     CIMType getType() const { return getValue().getType(); }
     Boolean isArray() const { return getValue().isArray(); }
     /// The position, or PEG_NOT_FOUND.
-    Uint32 findQualifier(const CIMName& name) const;
+    Uint32 findQualifier(const CIMName& name) const { return FindByName(Qualifiers(), name); }
     CIMConstQualifier getQualifier(Uint32 index) const { return Qualifiers()[index]; }
     Uint32 getQualifierCount() const { return Qualifiers().size(); }
 

@@ -31,4 +31,19 @@ private:
     CIMQualifier qualifier_;
 };
 
+namespace detail {
+
+/// The position of the first that has the name, or PEG_NOT_FOUND.
+template <class Named>
+Uint32 FindByName(const Array<Named>& all, const CIMName& name) {
+    for (Uint32 i = 0; i < all.size(); ++i) {
+        if (all[i].getName() == name) {
+            return i;
+        }
+    }
+    return PEG_NOT_FOUND;
+}
+
+}  // namespace detail
+
 PEGASUS_NAMESPACE_END
