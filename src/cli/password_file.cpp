@@ -5,17 +5,17 @@
 
 #include <CLI/CLI.hpp>
 #include <cerrno>
-#include <cstring>
 
 #include "cli/command_error.h"
 #include "cli/secret_input.h"
+#include "common/platform/system_words.h"
 
 namespace command {
 
 namespace {
 
 [[noreturn]] void FailToRead(const std::string& file, const std::string& option,
-                             const char* problem) {
+                             const std::string& problem) {
     const std::string shown = file == "-" ? "from standard input" : "file " + file;
     throw UsageError("cannot read the password " + shown + ": " + problem + "; give " + option +
                      " a file that holds the password alone");
@@ -40,7 +40,7 @@ Zentar::Secret ReadPasswordFile(const std::string& file, const std::string& opti
         close(descriptor);
     }
     if (!was_read) {
-        FailToRead(file, option, error == E2BIG ? "it is too long" : std::strerror(error));
+        FailToRead(file, option, error == E2BIG ? "it is too long" : Zentar::SystemWords(error));
     }
     DropLineBreak(password);
     CheckPassword(file, option, password);

@@ -13,6 +13,7 @@
 #include <thread>
 
 #include "common/platform/own_library.h"
+#include "common/platform/system_words.h"
 #include "net/network_error.h"
 
 namespace cimclient {
@@ -47,7 +48,7 @@ Found AskSystem(const std::string& host, std::uint16_t port) {
     addrinfo* first = nullptr;
     const int error = getaddrinfo(host.c_str(), nullptr, &hints, &first);
     if (error != 0) {
-        return {error == EAI_SYSTEM ? std::strerror(errno) : gai_strerror(error), {}};
+        return {error == EAI_SYSTEM ? Zentar::SystemWords(errno) : gai_strerror(error), {}};
     }
     const std::unique_ptr<addrinfo, void (*)(addrinfo*)> owner(first, freeaddrinfo);
     Found found;

@@ -4,7 +4,6 @@
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
-#include <cstring>
 #include <ctime>
 #include <locale>
 #include <memory>
@@ -13,6 +12,7 @@
 
 #include "common/log/log_control.h"
 #include "common/log/log_text.h"
+#include "common/platform/system_words.h"
 
 namespace Zentar {
 
@@ -102,7 +102,7 @@ void LogToStandardError() {
 std::string LogToFile(const std::string& path) {
     File file(std::fopen(path.c_str(), "ae"));  // "e": no child process inherits it
     if (!file) {
-        return path + ": " + std::strerror(errno);
+        return path + ": " + SystemWords(errno);
     }
     std::setvbuf(file.get(), nullptr, _IONBF, 0);
     const std::lock_guard lock(TheDestination().mutex);
