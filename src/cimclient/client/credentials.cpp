@@ -53,9 +53,7 @@ void Replace(std::string& text, std::string_view secret) {
 
 Credentials::Credentials(std::string_view user, std::string_view password)
     : value_(kSchemeAndBlank), user_bytes_(user.size()) {
-    Zentar::Secret plain(user);
-    plain.Append(":");
-    plain.Append(password);
+    Zentar::Secret plain{user, ":", password};
     const std::size_t encoded_bytes = 4 * ((plain.text().size() + 2) / 3);
     value_.Resize(kSchemeAndBlank.size() + encoded_bytes + 1);  // the encoder appends a zero
     EVP_EncodeBlock(Bytes(value_.data() + kSchemeAndBlank.size()), Bytes(plain.data()),

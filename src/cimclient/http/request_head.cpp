@@ -41,15 +41,11 @@ std::string PublicFields(const RequestHead& head, std::size_t body_bytes) {
 }  // namespace
 
 Zentar::Secret WriteHttpRequest(const RequestHead& head, std::string_view body) {
-    Zentar::Secret request(PublicFields(head, body.size()));
-    if (!head.authorization.empty()) {
-        request.Append("Authorization: ");
-        request.Append(head.authorization);
-        request.Append("\r\n");
+    const std::string fields = PublicFields(head, body.size());
+    if (head.authorization.empty()) {
+        return {fields, "\r\n", body};
     }
-    request.Append("\r\n");
-    request.Append(body);
-    return request;
+    return {fields, "Authorization: ", head.authorization, "\r\n\r\n", body};
 }
 
 }  // namespace cimclient

@@ -4,6 +4,7 @@
 #include <string.h>
 
 #include <algorithm>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -26,6 +27,17 @@ class Secret {
 public:
     Secret() = default;
     explicit Secret(std::string_view text) : text_(text) {}
+    /// The parts one after the other.
+    Secret(std::initializer_list<std::string_view> parts) {
+        std::size_t size = 0;
+        for (const std::string_view part : parts) {
+            size += part.size();
+        }
+        text_.reserve(size);
+        for (const std::string_view part : parts) {
+            text_ += part;
+        }
+    }
     ~Secret() { Wipe(text_); }
     Secret(Secret&& other) noexcept : text_(std::move(other.text_)) { Wipe(other.text_); }
     Secret& operator=(Secret&& other) noexcept {
@@ -35,10 +47,6 @@ public:
         return *this;
     }
 
-    void Append(std::string_view more) {
-        Reserve(text_.size() + more.size());
-        text_ += more;
-    }
     /// New bytes are zeros.
     void Resize(std::size_t size) {
         Reserve(size);
