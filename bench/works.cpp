@@ -4,6 +4,7 @@
 
 #include <pugixml.hpp>
 #include <stdexcept>
+#include <string_view>
 
 #include "process_use.h"
 
@@ -17,7 +18,8 @@ using Instances = Pegasus::Array<Pegasus::CIMInstance>;
 std::size_t TakeTexts(const Pegasus::CIMInstance& instance) {
     std::size_t length = 0;
     for (Pegasus::Uint32 i = 0; i < instance.getPropertyCount(); ++i) {
-        length += instance.getProperty(i).getValue().toString().size();
+        length +=
+            std::string_view(instance.getProperty(i).getValue().toString().getCString()).size();
     }
     return length;
 }
