@@ -80,8 +80,9 @@ std::vector<std::string> NamesOf(const X509* certificate) {
     const std::unique_ptr<GENERAL_NAMES, Free> names(static_cast<GENERAL_NAMES*>(
         X509_get_ext_d2i(certificate, NID_subject_alt_name, nullptr, nullptr)));
     std::vector<std::string> texts;
-    const int count = names ? sk_GENERAL_NAME_num(names.get()) : 0;
-    for (int i = 0; i < std::min(count, kMostNames); ++i) {
+    const int count = names ? std::min(sk_GENERAL_NAME_num(names.get()), kMostNames) : 0;
+    texts.reserve(static_cast<std::size_t>(count));
+    for (int i = 0; i < count; ++i) {
         texts.push_back(TextOf(sk_GENERAL_NAME_value(names.get(), i)));
     }
     return texts;

@@ -93,7 +93,8 @@ std::string FaultHelp() {
     std::string help = "Faults:\n";
     for (const auto& [name, value, meaning] : names) {
         const std::string form = name + value;
-        help += "  " + form + std::string(width + 2 - form.size(), ' ') + meaning + "\n";
+        help.append("  ").append(form).append(width + 2 - form.size(), ' ');
+        help.append(meaning).append("\n");
     }
     return help + "\n" + kLimitHelp;
 }

@@ -11,7 +11,7 @@ namespace outputs {
 namespace {
 
 constexpr std::size_t kIndent = 2;
-constexpr std::size_t kMostBuffered = 64 * 1024;
+constexpr std::size_t kMostBuffered = 64UL * 1024;
 
 std::string Utf16Escape(unsigned unit) {
     char text[8];
