@@ -41,6 +41,7 @@ KeyBinding ReadKey(const std::string& key_name, const Class& described,
 std::vector<GivenValue> ReadMembers(const std::vector<DescriptionNode>& members,
                                     const Class& described) {
     std::vector<GivenValue> values;
+    values.reserve(members.size());
     for (const DescriptionNode& member : members) {
         values.push_back({&DeclaredProperty(described, member.name(), member), &member});
     }
