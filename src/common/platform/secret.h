@@ -22,7 +22,7 @@ inline void Wipe(std::string& text) {
 }
 
 /// A text that is overwritten when it is destroyed or replaced. Neither moving nor growing leaves a
-/// copy behind.
+/// copy.
 class Secret {
 public:
     Secret() = default;
