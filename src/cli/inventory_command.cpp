@@ -1,3 +1,5 @@
+#include <unistd.h>
+
 #include <CLI/CLI.hpp>
 #include <iostream>
 
@@ -6,6 +8,7 @@
 #include "cli/failure_report.h"
 #include "cli/host_session.h"
 #include "cli/section_choice.h"
+#include "cli/text_style.h"
 #include "inventory/host_reading.h"
 #include "outputs/json/json_output.h"
 #include "outputs/text/text_output.h"
@@ -56,7 +59,7 @@ void Print(const inventory::Document& document, const std::string& format) {
         outputs::WriteJson(document, std::cout, outputs::JsonLayout::kIndented);
         std::cout << std::endl;
     } else {
-        outputs::WriteText(document, {}, std::cout);
+        outputs::WriteText(document, TextStyleOf(STDOUT_FILENO), std::cout);
     }
 }
 

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <regex>
 #include <sstream>
 
 namespace clitest {
@@ -54,9 +55,10 @@ Finished CommandTest::Run(std::vector<std::string> arguments) {
     return Run(Start{std::move(arguments), {}, {}, false});
 }
 
-Finished CommandTest::Run(Start start) { return RunProcess(KALVEX_COMMAND, std::move(start)); }
+Finished CommandTest::Run(Start start) { return Launch(std::move(start))->Wait(); }
 
 std::unique_ptr<ChildProcess> CommandTest::Launch(Start start) {
+    start.environment.insert({"COLUMNS", "100"});
     return std::make_unique<ChildProcess>(KALVEX_COMMAND, std::move(start));
 }
 
@@ -87,6 +89,10 @@ Json CommandTest::Document(const std::vector<std::string>& more, int expected_st
 
 Json CommandTest::Sections(const std::vector<std::string>& more, int expected_status) const {
     return Document(more, expected_status).at("sections");
+}
+
+std::string CommandTest::WithoutSeconds(const std::string& text) {
+    return std::regex_replace(text, std::regex(" in [0-9.]+ m?s"), " in N s");
 }
 
 std::string CommandTest::FingerprintOfHost() const {

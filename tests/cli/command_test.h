@@ -36,7 +36,7 @@ protected:
     static constexpr const char* kUser = "root";
     static constexpr const char* kPassword = "pässwörd €";
 
-    /// Runs `kalvex` with these arguments and no terminal.
+    /// Runs `kalvex` with these arguments and no terminal, for text of 100 columns.
     static Finished Run(std::vector<std::string> arguments);
     static Finished Run(Start start);
     static std::unique_ptr<ChildProcess> Launch(Start start);
@@ -49,6 +49,9 @@ protected:
     /// The same in JSON; parses what it printed: all of it, or the sections alone.
     Json Document(const std::vector<std::string>& more = {}, int expected_status = 0) const;
     Json Sections(const std::vector<std::string>& more = {}, int expected_status = 0) const;
+
+    /// What was printed as text, with "N s" for the time that reading took.
+    static std::string WithoutSeconds(const std::string& text);
 
     /// The value that --fingerprint takes for the host on the network.
     std::string FingerprintOfHost() const;

@@ -203,11 +203,11 @@ TEST_F(Kinds, OfManyErrorsTheFirstAreShown) {
 
 TEST_F(Kinds, FloodsOfTlsBetweenRequestsChangeNothing) {
     Serve(Https());
-    const std::string sound = Inventory({"system", "os"}).out;
+    const std::string sound = WithoutSeconds(Inventory({"system", "os"}).out);
     for (const Fault& flood : {Faults::TicketFlood(), Faults::KeyUpdateFlood()}) {
         Server().ClearFaults();
         Server().InjectFault(flood);
-        EXPECT_EQ(Inventory({"system", "os"}).out, sound);
+        EXPECT_EQ(WithoutSeconds(Inventory({"system", "os"}).out), sound);
     }
 }
 

@@ -98,7 +98,7 @@ TEST_F(SimulateCommand, PrintsItsAddressServesAndEndsOnSignals) {
         auto simulate = Launch({{"simulate"}});
         const std::string url = simulate->ReadLine();
         EXPECT_THAT(url, MatchesRegex("https://127\\.0\\.0\\.1:[0-9]+"));
-        EXPECT_THAT(ReadHostAt(url).out, HasSubstr("Build number"));
+        EXPECT_THAT(ReadHostAt(url).out, HasSubstr("\nBuild  "));
         simulate->Signal(signal);
         const Finished finished = simulate->Wait();
         EXPECT_EQ(finished.status, 0);
@@ -110,7 +110,7 @@ TEST_F(SimulateCommand, ServesADescribedHostOverHttp) {
     auto simulate = Launch({{"simulate", TestData("small-host.json"), "--transport", "http"}});
     const std::string url = simulate->ReadLine();
     EXPECT_THAT(url, testing::StartsWith("http://"));
-    EXPECT_THAT(ReadHostAt(url).out, HasSubstr("Build number  14320388\n"));
+    EXPECT_THAT(ReadHostAt(url).out, HasSubstr("\nBuild         14320388\n"));
 }
 
 TEST_F(SimulateCommand, ListensOnThePortAskedFor) {

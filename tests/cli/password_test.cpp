@@ -70,7 +70,7 @@ TEST_F(Password, IsAskedOnTheTerminalWithoutEcho) {
     EXPECT_EQ(finished.status, 0) << finished.err;
     EXPECT_TRUE(kalvex->Echoes());
     EXPECT_EQ(kalvex->ReadTerminalUntil("\n"), "\r\n");
-    EXPECT_THAT(finished.out, testing::StartsWith("Inventory of "));
+    EXPECT_THAT(finished.out, testing::StartsWith("127.0.0.1:"));
 }
 
 TEST_F(Password, EndOfInputOnTheTerminalIsNoPassword) {

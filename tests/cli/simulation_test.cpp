@@ -8,6 +8,7 @@ using testing::AllOf;
 using testing::HasSubstr;
 using testing::MatchesRegex;
 using testing::Not;
+using testing::StartsWith;
 
 using Arguments = std::vector<std::string>;
 
@@ -67,7 +68,7 @@ TEST_F(Simulation, AccountsPasswordMayComeFromStandardInput) {
 TEST_F(Simulation, AddressMayBeOfIpV6) {
     Simulate({"--address", "::1"});
     EXPECT_THAT(url(), MatchesRegex("http://\\[::1\\]:[0-9]+"));
-    EXPECT_THAT(Read("os", {}, "::1").out, HasSubstr("Inventory of ::1, port "));
+    EXPECT_THAT(Read("os", {}, "::1").out, StartsWith("[::1]:"));
 }
 
 TEST_F(Simulation, FaultsApplyToTheClassNamed) {
@@ -119,8 +120,7 @@ TEST_F(Simulated, HostRefusesAWrongPassword) {
 }
 
 TEST_F(Simulated, HostMayBeAtAnIpV6Address) {
-    EXPECT_THAT(ReadSimulated({"--simulated-address", "::1"}).out,
-                HasSubstr("Inventory of ::1, port "));
+    EXPECT_THAT(ReadSimulated({"--simulated-address", "::1"}).out, StartsWith("[::1]:"));
 }
 
 TEST_F(Simulated, HostFailsAsNamed) {

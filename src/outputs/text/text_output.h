@@ -9,8 +9,9 @@
 namespace outputs {
 
 struct TextStyle {
-    std::size_t columns = 100;  ///< of the terminal
-    bool has_colour = false;
+    /// Of the terminal: no line needs more, unless there are fewer than 40. At most 1,000 are used.
+    std::size_t columns = 100;
+    bool has_colour = false;  ///< headings and failures stand out by ANSI sequences
 };
 
 /// Writes nothing of a host that was not asked for any section.
