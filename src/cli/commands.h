@@ -9,6 +9,7 @@ class App;
 namespace command {
 
 void AddInventoryCommand(CLI::App& program, int& exit_status);
+void AddFleetCommand(CLI::App& program, int& exit_status);
 void AddSupportedCommand(CLI::App& program, int& exit_status);
 void AddFingerprintCommand(CLI::App& program, int& exit_status);
 void AddSimulateCommand(CLI::App& program, int& exit_status);

@@ -2,10 +2,12 @@
 #pragma once
 
 #include <chrono>
+#include <optional>
 #include <string>
 
 namespace CLI {
 class App;
+class Option;
 }
 
 namespace command {
@@ -20,8 +22,17 @@ struct LimitOptions {
 /// Adds --connect-timeout alone.
 void AddConnectLimit(CLI::App& app, LimitOptions& limits);
 
+/// Adds --request-timeout alone.
+void AddRequestLimit(CLI::App& app, LimitOptions& limits);
+
 /// Adds --request-timeout and --timeout.
 void AddReadingLimits(CLI::App& app, LimitOptions& limits);
+
+/// Adds an option in seconds, of at most a week.
+CLI::Option* AddSecondsOption(CLI::App& app, const std::string& name, double& seconds,
+                              const std::string& help);
+CLI::Option* AddSecondsOption(CLI::App& app, const std::string& name,
+                              std::optional<double>& seconds, const std::string& help);
 
 /// Rounded up, so that no time becomes none.
 std::chrono::milliseconds Milliseconds(double seconds);

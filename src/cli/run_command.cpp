@@ -51,6 +51,7 @@ int Run(int argc, const char* const* argv) {
     program.require_subcommand(1);
     program.footer(kExample);
     AddInventoryCommand(program, exit_status);
+    AddFleetCommand(program, exit_status);
     AddSupportedCommand(program, exit_status);
     AddFingerprintCommand(program, exit_status);
     AddSimulateCommand(program, exit_status);

@@ -1,5 +1,6 @@
 #include "inventory/host_reading.h"
 
+#include <algorithm>
 #include <iterator>
 #include <new>
 #include <unordered_set>
@@ -91,6 +92,21 @@ void HostReading::ReadSection(Zentar::Agentless::Kalvex& host, const Section& se
     JudgeSections(result, met.failures, results);
     Note(met, [&results](const Failure& failure) { return SectionOf(failure, results); });
     std::ranges::move(results, std::back_inserter(document_.sections));
+}
+
+void HostReading::Skip(std::span<const Section> sections, DocumentFailure reason) {
+    for (const Section& section : sections) {
+        for (SectionResult& result : EmptyResults(section)) {
+            result.status = Status::kSkipped;
+            result.cause = reason.kind;
+            document_.sections.push_back(std::move(result));
+        }
+    }
+    document_.failures.push_back(std::move(reason));
+}
+
+bool HostReading::HasRead() const {
+    return std::ranges::any_of(document_.sections, &SectionResult::WasRead);
 }
 
 Document HostReading::Finish(bool is_strict) {

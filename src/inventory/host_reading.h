@@ -28,6 +28,12 @@ public:
     void Read(Zentar::Agentless::Kalvex& host, std::span<const Section> sections,
               const std::function<void(const Section&, std::size_t)>& before_each = {});
 
+    /// Notes sections as not asked for, and why.
+    void Skip(std::span<const Section> sections, DocumentFailure reason);
+
+    /// Whether a section was read, at least in part.
+    bool HasRead() const;
+
     bool RanOutOfMemory() const { return ran_out_of_memory_; }
 
     /// With its status and its time; the reading is over.

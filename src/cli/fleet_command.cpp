@@ -1,0 +1,229 @@
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <CLI/CLI.hpp>
+#include <cerrno>
+#include <fstream>
+#include <iostream>
+#include <optional>
+#include <system_error>
+
+#include "cli/command_error.h"
+#include "cli/commands.h"
+#include "cli/fleet_accounts.h"
+#include "cli/fleet_hosts.h"
+#include "cli/fleet_options.h"
+#include "cli/fleet_output_file.h"
+#include "cli/fleet_progress.h"
+#include "cli/interruption.h"
+#include "cli/section_choice.h"
+#include "fleet/host_table.h"
+#include "fleet/ndjson_output.h"
+#include "fleet/run.h"
+#include "fleet/summary.h"
+#include "outputs/text/display_text.h"
+
+namespace command {
+
+using fleet::HostEntry;
+using outputs::DisplayText;
+
+namespace {
+
+constexpr const char* kFleetExample =
+    "Examples:\n"
+    "  kalvex fleet hosts.csv --user root --output fleet.ndjson\n"
+    "  kalvex fleet hosts.csv --user root --output fleet.ndjson --resume fleet.ndjson\n"
+    "  kalvex fleet hosts.csv system packages --jobs 200 --host-timeout 120\n\n"
+    "Exit status: 0 every host was read whole, 1 some were not, 2 wrong usage, 3 none was, 130 "
+    "interrupted, 143 terminated.";
+
+/// Hands each document to the output and to the summary.
+class Distribution : public fleet::DocumentSink {
+public:
+    Distribution(fleet::DocumentSink& output, fleet::Summary& summary)
+        : output_(output), summary_(summary) {}
+    void Take(const HostEntry& entry, const inventory::Document& document) override {
+        output_.Take(entry, document);
+        summary_.Add(entry, document);
+    }
+
+private:
+    fleet::DocumentSink& output_;
+    fleet::Summary& summary_;
+};
+
+bool IsText(const FleetOptions& options) {
+    if (options.format.empty()) {
+        return options.output.empty() && isatty(STDOUT_FILENO) == 1;
+    }
+    if (options.format == "text" && !options.output.empty()) {
+        throw UsageError("--output takes the documents as ndjson; leave out --format text");
+    }
+    return options.format == "text";
+}
+
+std::size_t Columns() {
+    constexpr std::size_t kUsualColumns = 100;
+    const char* const columns = std::getenv("COLUMNS");
+    const int number = columns == nullptr ? 0 : std::atoi(columns);
+    return number > 0 ? static_cast<std::size_t>(number) : kUsualColumns;
+}
+
+// The end.
+
+/// As a list that kalvex fleet reads.
+void WriteRest(const std::vector<HostEntry>& rest, const FleetOptions& options) {
+    if (rest.empty()) {
+        return;
+    }
+    const std::string path = options.output.empty() ? "" : options.output + ".rest";
+    std::ofstream file;
+    if (!path.empty()) {
+        file.open(path, std::ios::trunc);
+    }
+    std::ostream& out = file.is_open() ? file : std::cerr;
+    if (!file.is_open()) {
+        out << "# not read:\n";
+    }
+    for (const HostEntry& entry : rest) {
+        out << DisplayText(entry.Name()) << '\n';
+    }
+    out.flush();
+    if (file.is_open()) {
+        std::cerr << "kalvex: " << rest.size() << " hosts were not read; " << DisplayText(path)
+                  << " lists them\n";
+    }
+}
+
+void WriteSummary(const fleet::Summary& summary, const FleetOptions& options) {
+    summary.WriteText(std::cerr);
+    if (options.summary.empty()) {
+        return;
+    }
+    std::ofstream out(options.summary, std::ios::trunc);
+    summary.WriteJson(out);
+    if (!out) {
+        throw CommandError(kExitPartly, "cannot write --summary " + options.summary + ": " +
+                                            std::system_category().message(errno));
+    }
+}
+
+ExitStatus StatusOf(const fleet::Summary& summary, std::size_t hosts) {
+    const std::size_t ok = summary.Count(inventory::Status::kOk);
+    if (ok == hosts) {
+        return kExitDone;
+    }
+    return ok + summary.Count(inventory::Status::kPartial) > 0 ? kExitPartly : kExitNothing;
+}
+
+/// Each host takes a few descriptors.
+void AllowManyDescriptors() {
+    rlimit limit{};
+    if (getrlimit(RLIMIT_NOFILE, &limit) == 0 && limit.rlim_cur < limit.rlim_max) {
+        limit.rlim_cur = limit.rlim_max;
+        setrlimit(RLIMIT_NOFILE, &limit);
+    }
+}
+
+fleet::RunOptions RunOptionsOf(const FleetOptions& options) {
+    fleet::RunOptions run;
+    run.jobs = options.jobs;
+    run.retries = options.retries;
+    run.stop_after_refusals = options.stop_after_refusals;
+    run.reading.sections = ChosenSections(options.sections);
+    run.reading.connect_limit = Milliseconds(options.defaults.limits.connect);
+    run.reading.request_limit = Milliseconds(options.defaults.limits.request);
+    run.reading.host_limit = Milliseconds(options.defaults.limits.host);
+    run.reading.is_strict = options.is_strict;
+    run.reading.cancel = Zentar::CancelHandle::Make();
+    return run;
+}
+
+/// Until it is over, or its deadline has passed.
+void Await(fleet::Run& run, FleetProgress& progress, const FleetOptions& options) {
+    using std::chrono::steady_clock;
+    const auto start = steady_clock::now();
+    auto next = start + progress.interval();
+    std::optional<steady_clock::time_point> end;
+    if (options.deadline) {
+        end = start + Milliseconds(*options.deadline);
+    }
+    for (;;) {
+        const auto until = end ? std::min(next, *end) : next;
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(until - steady_clock::now());
+        if (run.WaitFor(std::max(left, std::chrono::milliseconds(0)))) {
+            return;
+        }
+        if (end && steady_clock::now() >= *end) {
+            run.Cancel();
+            return;
+        }
+        if (steady_clock::now() >= next) {
+            progress.Show(run.State());
+            next = steady_clock::now() + progress.interval();
+        }
+    }
+}
+
+int RunFleet(const FleetOptions& options) {
+    OpenLog(options.log);
+    const bool is_text = IsText(options);
+    fleet::RunOptions run_options = RunOptionsOf(options);
+    const fleet::PastRun past = PastOf(options);
+    const std::vector<HostEntry> hosts = HostsOf(options, past);
+    std::vector<fleet::Task> tasks = TasksOf(hosts, options);
+    AllowManyDescriptors();
+
+    std::unique_ptr<OutputFile> file;
+    if (!options.output.empty()) {
+        file = std::make_unique<OutputFile>(options, past);
+    }
+    FleetProgress progress;
+    std::string output_problem;
+    fleet::NdjsonOutput ndjson(file ? file->descriptor() : STDOUT_FILENO,
+                               [&](const std::string& problem) {
+                                   output_problem = problem;
+                                   run_options.reading.cancel.Cancel();
+                               });
+    fleet::HostTable table(hosts, Columns(), std::cout,
+                           [&](const auto& write) { progress.Around(write); });
+    fleet::Summary summary;
+    Distribution distribution(is_text ? static_cast<fleet::DocumentSink&>(table) : ndjson, summary);
+    if (is_text) {
+        table.WriteHeadings();
+    }
+    const auto start = std::chrono::steady_clock::now();
+    fleet::Run run(std::move(tasks), run_options, distribution);
+    const Interruption interruption([&run] { run.Cancel(); });
+    run.Start();
+    Await(run, progress, options);
+    const std::vector<HostEntry> rest = run.Finish();
+    if (file) {
+        file->Finish();
+    }
+    summary.SetRest(hosts.size() - summary.Taken());
+    summary.SetDuration(std::chrono::duration_cast<std::chrono::milliseconds>(
+        std::chrono::steady_clock::now() - start));
+    progress.Around([&] {
+        WriteRest(rest, options);
+        WriteSummary(summary, options);
+    });
+    if (!output_problem.empty()) {
+        throw CommandError(kExitPartly,
+                           "the documents could not be written to their end: " + output_problem);
+    }
+    return interruption.StatusOr(StatusOf(summary, hosts.size()));
+}
+
+}  // namespace
+
+void AddFleetCommand(CLI::App& program, int& exit_status) {
+    CLI::App* const command = program.add_subcommand("fleet", "Read many hosts at a time");
+    const auto options = std::make_shared<FleetOptions>();
+    AddFleetOptions(*command, *options);
+    command->footer(kFleetExample);
+    command->callback([options, &exit_status] { exit_status = RunFleet(*options); });
+}
+
+}  // namespace command
