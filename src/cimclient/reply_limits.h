@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 
 namespace cimclient {
 
@@ -16,10 +15,6 @@ constexpr std::size_t kMemoryPerReplyByte = 4;
 /// And so many besides. With what is not counted, such as the head and the connection's buffers, it
 /// is less than 32 MiB.
 constexpr std::size_t kMemoryBesides = 20UL * 1024 * 1024;
-
-/// Of TLS between two pieces of content: session tickets, key updates and empty records cost this
-/// client time to take, and the host nothing.
-constexpr std::uint64_t kMostWithoutContent = 128UL * 1024;
 
 /// A reply's head, and its trailer.
 constexpr std::size_t kMaxHeadBytes = 1024UL * 1024;

@@ -12,7 +12,6 @@
 #include "net/name_resolution.h"
 #include "net/socket.h"
 #include "net/tls_settings.h"
-#include "reply_limits.h"
 
 namespace cimclient {
 
@@ -32,6 +31,10 @@ constexpr auto kShortestAttempt = std::chrono::milliseconds(250);
 
 /// Two or three reads take what servers send of their own accord after a handshake.
 constexpr int kMostStepsWhileIdle = 4;
+
+/// Bytes of TLS between two pieces of content: session tickets, key updates and empty records cost
+/// this client time to take, and the host nothing.
+constexpr std::uint64_t kMostWithoutContent = 128UL * 1024;
 
 [[noreturn]] void Fail(FailureKind kind, FailurePhase phase, std::string reason) {
     throw NetworkError{kind, phase, std::move(reason)};
