@@ -5,7 +5,6 @@
 
 #include "bench/server_process.h"
 #include "cimclient/wire/wire_test.h"
-#include "cimxml/mix.h"
 
 namespace {
 
@@ -33,6 +32,12 @@ std::string BlockOfOthers() {
     return NamedInstance("1", properties);
 }
 
+/// As src/cimclient/cimxml/text_cache.cpp has it.
+std::size_t CacheHash(const std::string& text) {
+    const auto letter = [&](std::size_t at) { return static_cast<std::size_t>(text[at]); };
+    return text.size() * 7 + letter(0) * 3 + letter(text.size() / 2) * 5 + letter(text.size() - 1);
+}
+
 /// Texts that each have a place of their own in a cache of so many, by its hash.
 std::vector<std::string> TextsOfAllPlaces(std::size_t places) {
     std::vector<std::string> texts;
@@ -41,7 +46,7 @@ std::vector<std::string> TextsOfAllPlaces(std::size_t places) {
         std::string text(3 + i % 50, static_cast<char>('a' + i % 26));
         text.back() = static_cast<char>('a' + i / 26 % 26);
         text[text.size() / 2] = static_cast<char>('a' + i / (26 * 26) % 26);
-        if (taken.insert(cimclient::Mix(text) % places).second) {
+        if (taken.insert(CacheHash(text) % places).second) {
             texts.push_back(text);
         }
     }
@@ -98,7 +103,9 @@ TEST_F(KeptObject, KeepsABlockForEachPlaceOfTheCachesAtMost) {
         content += NamedInstance("1", Property("Filler", text)) + BlockOfOthers();
         last += Property("P" + std::to_string(number++), text);
     }
-    EXPECT_LE(CostOfTheLastIn(content + NamedInstance("2", last)), 13 * kMebi);
+    const std::size_t cost = CostOfTheLastIn(content + NamedInstance("2", last));
+    EXPECT_LE(cost, 13 * kMebi);
+    EXPECT_GE(cost, 11 * kMebi) << "this test knows the caches' hash no more";
 }
 
 }  // namespace
