@@ -1,5 +1,8 @@
 #include "simhost/connection.h"
 
+#include <utility>
+
+#include "simhost/base64.h"
 #include "simhost/fault_acts.h"
 #include "simhost/responder.h"
 #include "simhost/text.h"
@@ -29,8 +32,19 @@ Request Record(const HttpHead& head, std::string body, const CimRequest& cim, bo
 
 }  // namespace
 
-Connection::Connection(ServerContext& server, std::size_t number, NativeSocket accepted)
-    : server_(server), number_(number), stream_(accepted), thread_([this] { Serve(); }) {}
+ServerContext::ServerContext(ServerOptions server_options, const std::string& host_name,
+                             Journal::Keeps journal_keeps)
+    : options(std::move(server_options)),
+      tls(options.transport == Transport::kHttps ? std::make_unique<TlsContext>(options, host_name)
+                                                 : nullptr),
+      authorization(options.user.empty() ? "" : Base64(options.user + ":" + options.password)),
+      journal(journal_keeps) {}
+
+Connection::Connection(ServerContext& server, ServedHost& host, std::size_t number,
+                       NativeSocket accepted)
+    : server_(server), host_(host), number_(number), stream_(accepted), thread_([this] {
+          Serve();
+      }) {}
 
 Connection::~Connection() {
     stream_.Stop();
@@ -56,7 +70,7 @@ bool Connection::Open() {
         Journal& journal;
     };
     std::optional<SettleAtEnd> settle(std::in_place, server_.journal);
-    if (const auto fault = server_.faults.ForConnection()) {
+    if (const auto fault = host_.faults.ForConnection()) {
         settle.reset();
         ApplyOnConnect(*fault, stream_);
         return false;
@@ -95,10 +109,10 @@ bool Connection::ServeRequest(const HttpHead& head) {
     const bool authorised = Authorised(head);
     server_.journal.Requested(Record(head, std::move(body), read.request, authorised, number_));
 
-    Answer answer = authorised ? Respond(server_.description.host(), head, read) : Challenge();
+    Answer answer = authorised ? Respond(Variant(), head, read) : Challenge();
     answer.chunk_size = server_.options.chunk_size;
     const auto fault =
-        authorised ? server_.faults.ForRequest(read.request.operation, read.request.class_name)
+        authorised ? host_.faults.ForRequest(read.request.operation, read.request.class_name)
                    : std::nullopt;
     if (fault) {
         ApplyToAnswer(*fault,
@@ -149,7 +163,14 @@ std::string Connection::ReceiveBody(std::size_t length) {
     return body;
 }
 
+const HostVariant& Connection::Variant() {
+    return variant_ ? *variant_ : variant_.emplace(host_.Variant());
+}
+
 bool Connection::Authorised(const HttpHead& head) const {
+    if (host_.refuses_everyone) {
+        return false;
+    }
     const std::string_view given = head.Header("Authorization").value_or("");
     const auto blank = given.find(' ');
     return server_.authorization.empty() ||

@@ -25,7 +25,9 @@ void Journal::Handshaken(bool resumed) {
 void Journal::Requested(Request request) {
     const std::lock_guard lock(mutex_);
     ++counters_.requests;
-    requests_.push_back(std::move(request));
+    if (keeps_ == Keeps::kRequests) {
+        requests_.push_back(std::move(request));
+    }
 }
 
 void Journal::Challenged() {

@@ -13,6 +13,10 @@ namespace simhost {
 /// Shared by a server's threads.
 class Journal {
 public:
+    /// Requests take memory for as long as they are kept.
+    enum class Keeps { kRequests, kCountersOnly };
+    explicit Journal(Keeps keeps) : keeps_(keeps) {}
+
     /// Gives the connection's number. A connection is settled when it has finished, or needs no,
     /// TLS handshake.
     std::size_t Connected();
@@ -28,6 +32,7 @@ public:
     void ForgetRequests();
 
 private:
+    const Keeps keeps_;
     mutable std::mutex mutex_;
     mutable std::condition_variable settled_;
     std::size_t unsettled_ = 0;

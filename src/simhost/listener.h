@@ -1,25 +1,37 @@
-// Where a simulated host waits for connections.
+// Where simulated hosts wait for connections.
 #pragma once
 
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <string>
 
 #include "simhost/server.h"
 #include "simhost/stream.h"
 
 namespace simhost {
 
-/// Listens from construction to destruction, on a thread of its own.
+/// Any number of ports of one address, served by one thread. Ports are added before Start().
 class Listener {
 public:
-    /// Calls `accepted` for each connection, one at a time; it then owns the socket, also when it
-    /// throws, which ends that connection alone. Throws std::system_error when it cannot listen.
-    Listener(const ServerOptions& options, std::function<void(NativeSocket)> accepted);
-    ~Listener();
+    /// Owns the socket from the call on, also when it throws, which ends that connection alone.
+    using Accepted = std::function<void(NativeSocket)>;
 
-    std::uint16_t port() const;
-    /// Takes up, on the calling thread, what waits in the system's queue.
+    /// `options` say the address, and whether small segments are sent at once.
+    explicit Listener(const ServerOptions& options);
+    ~Listener();
+    Listener(const Listener&) = delete;
+    Listener& operator=(const Listener&) = delete;
+
+    /// Opens a port, 0 for any free one, and gives its number. Connections wait in the system's
+    /// queue until Start(). Throws std::system_error when it cannot listen.
+    std::uint16_t Listen(std::uint16_t port, Accepted accepted);
+    /// The same for a port that refuses connections: it is taken, and nobody listens.
+    std::uint16_t Refuse(std::uint16_t port);
+
+    /// Calls `accepted` for each connection from now on, one at a time for all ports.
+    void Start();
+    /// Takes up, on the calling thread, what waits in the system's queues.
     void AcceptPending();
 
 private:

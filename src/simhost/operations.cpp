@@ -27,7 +27,8 @@ InstanceFormat FormatOf(const CimRequest& request) {
 
 /// LocalOnly is taken as false whatever the client says, as the standard recommends: properties
 /// would be missing otherwise.
-OperationResult EnumerateInstances(const Namespace& from, const CimRequest& request) {
+OperationResult EnumerateInstances(const HostVariant& host, const Namespace& from,
+                                   const CimRequest& request) {
     if (request.class_name.empty()) {
         return InvalidParameter("ClassName");
     }
@@ -42,7 +43,9 @@ OperationResult EnumerateInstances(const Namespace& from, const CimRequest& requ
     for (const Class& candidate : from.classes) {
         if (from.IsA(candidate.name, request.class_name)) {
             for (const Instance& instance : candidate.instances) {
-                AppendNamedInstance(instance, format, xml);
+                if (const Instance* const shown = host.Shown(instance)) {
+                    AppendNamedInstance(*shown, format, xml);
+                }
             }
         }
     }
@@ -67,7 +70,8 @@ const Instance* OtherEnd(const Namespace& in, const Association& association, bo
     return fits ? other : nullptr;
 }
 
-OperationResult Associators(const Host& host, const Namespace& in, const CimRequest& request) {
+OperationResult Associators(const HostVariant& host, const Namespace& in,
+                            const CimRequest& request) {
     if (!request.source) {
         return request.class_name.empty() ? InvalidParameter("ObjectName")
                                           : NotSupported("Associators of a class");
@@ -75,7 +79,7 @@ OperationResult Associators(const Host& host, const Namespace& in, const CimRequ
     if (!in.KnowsClass(request.class_name)) {
         return InvalidClass(request.class_name);
     }
-    const Instance* source = in.FindInstance(*request.source);
+    const Instance* source = host.Find(in, *request.source);
     if (source == nullptr) {
         return NotFound(request.source->Text());
     }
@@ -86,8 +90,10 @@ OperationResult Associators(const Host& host, const Namespace& in, const CimRequ
             if ((from_source ? association.from : association.to) != source) {
                 continue;
             }
-            if (const Instance* other = OtherEnd(in, association, from_source, request)) {
-                AppendObjectWithPath(*other, host.name, in.name, format, xml);
+            const Instance* const other = OtherEnd(in, association, from_source, request);
+            const Instance* const shown = other == nullptr ? nullptr : host.Shown(*other);
+            if (shown != nullptr) {
+                AppendObjectWithPath(*shown, host.name(), in.name, format, xml);
             }
         }
     }
@@ -96,13 +102,13 @@ OperationResult Associators(const Host& host, const Namespace& in, const CimRequ
 
 }  // namespace
 
-OperationResult Perform(const Host& host, const CimRequest& request) {
-    const Namespace* addressed = host.FindNamespace(request.name_space);
+OperationResult Perform(const HostVariant& host, const CimRequest& request) {
+    const Namespace* addressed = host.described().FindNamespace(request.name_space);
     if (addressed == nullptr) {
         return InvalidNamespace(request.name_space);
     }
     if (request.intrinsic && EqualIgnoringCase(request.operation, "EnumerateInstances")) {
-        return EnumerateInstances(*addressed, request);
+        return EnumerateInstances(host, *addressed, request);
     }
     if (request.intrinsic && EqualIgnoringCase(request.operation, "Associators")) {
         return Associators(host, *addressed, request);

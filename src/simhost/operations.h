@@ -5,7 +5,7 @@
 #include <variant>
 
 #include "simhost/cim_request.h"
-#include "simhost/model.h"
+#include "simhost/host_variant.h"
 
 namespace simhost {
 
@@ -17,6 +17,6 @@ struct CimError {
 /// The XML of the returned elements, possibly none.
 using OperationResult = std::variant<std::string, CimError>;
 
-OperationResult Perform(const Host& host, const CimRequest& request);
+OperationResult Perform(const HostVariant& host, const CimRequest& request);
 
 }  // namespace simhost

@@ -80,7 +80,7 @@ std::optional<Answer> Refusal(const HttpHead& head) {
                               : std::nullopt;
 }
 
-Answer Respond(const Host& host, const HttpHead& head, const CimRequestResult& read) {
+Answer Respond(const HostVariant& host, const HttpHead& head, const CimRequestResult& read) {
     const CimRequest& request = read.request;
     if (read.error == "multiple-requests-unsupported") {
         return EmptyAnswer(501, "Not Implemented", {{"CIMError", read.error}});

@@ -5,8 +5,8 @@
 
 #include "simhost/answer.h"
 #include "simhost/cim_request.h"
+#include "simhost/host_variant.h"
 #include "simhost/http_message.h"
-#include "simhost/model.h"
 
 namespace simhost {
 
@@ -15,7 +15,7 @@ namespace simhost {
 std::optional<Answer> Refusal(const HttpHead& head);
 
 /// Answers a POST whose body has been read.
-Answer Respond(const Host& host, const HttpHead& head, const CimRequestResult& read);
+Answer Respond(const HostVariant& host, const HttpHead& head, const CimRequestResult& read);
 
 /// A CIM error as an ERROR element; the length is known, so nothing is chunked.
 Answer ErrorElementAnswer(const CimRequest& request, unsigned code, const std::string& description);

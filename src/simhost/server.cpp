@@ -1,10 +1,8 @@
 #include "simhost/server.h"
 
-#include <list>
 #include <utility>
 
-#include "simhost/base64.h"
-#include "simhost/connection.h"
+#include "simhost/connections.h"
 #include "simhost/listener.h"
 
 namespace simhost {
@@ -17,55 +15,35 @@ constexpr std::size_t kMaxConnections = 256;
 /// How long a count waits for handshakes under way.
 constexpr std::chrono::milliseconds kSettleLimit{1000};
 
-std::unique_ptr<TlsContext> MakeTls(const ServerOptions& options, const Host& host) {
-    return options.transport == Transport::kHttps ? std::make_unique<TlsContext>(options, host.name)
-                                                  : nullptr;
-}
-
-std::string Authorization(const ServerOptions& options) {
-    return options.user.empty() ? "" : Base64(options.user + ":" + options.password);
-}
-
 }  // namespace
 
 class Server::Impl {
 public:
-    Impl(const HostDescription& description, const ServerOptions& options)
-        : context{description,
-                  options,
-                  MakeTls(options, description.host()),
-                  Authorization(options),
-                  {},
-                  {}},
-          listener(options, [this](NativeSocket accepted) { TakeUp(accepted); }) {}
-
-    void TakeUp(NativeSocket accepted) {
-        connections.remove_if([](const Connection& connection) { return connection.finished(); });
-        if (connections.size() >= kMaxConnections) {
-            Stream(accepted).Close();
-            return;
-        }
-        const std::size_t number = context.journal.Connected();
-        try {
-            connections.emplace_back(context, number, accepted);
-        } catch (...) {
-            context.journal.Settled();
-            throw;
-        }
+    Impl(HostDescription description, const ServerOptions& options)
+        : host(std::move(description)),
+          context(options, host.description.host().name, Journal::Keeps::kRequests),
+          connections(context, kMaxConnections),
+          listener(options),
+          port(listener.Listen(options.port, [this](NativeSocket accepted) {
+              connections.TakeUp(host, accepted);
+          })) {
+        listener.Start();
     }
 
+    ServedHost host;
     ServerContext context;
-    std::list<Connection> connections;
-    // The last member is the first to go: nobody can connect while the connections are ending.
+    Connections connections;
+    // The last to be made is the first to go: nobody can connect while the connections are ending.
     Listener listener;
+    const std::uint16_t port;
 };
 
 Server::Server(HostDescription host, ServerOptions options)
-    : impl_(std::make_unique<Impl>(host, options)) {}
+    : impl_(std::make_unique<Impl>(std::move(host), options)) {}
 
 Server::~Server() = default;
 
-std::uint16_t Server::port() const { return impl_->listener.port(); }
+std::uint16_t Server::port() const { return impl_->port; }
 
 std::string Server::Url() const {
     const ServerOptions& options = impl_->context.options;
@@ -83,8 +61,8 @@ std::vector<Request> Server::requests() const { return impl_->context.journal.re
 
 void Server::ForgetRequests() { impl_->context.journal.ForgetRequests(); }
 
-void Server::InjectFault(Fault fault) { impl_->context.faults.Add(std::move(fault)); }
+void Server::InjectFault(Fault fault) { impl_->host.faults.Add(std::move(fault)); }
 
-void Server::ClearFaults() { impl_->context.faults.Clear(); }
+void Server::ClearFaults() { impl_->host.faults.Clear(); }
 
 }  // namespace simhost

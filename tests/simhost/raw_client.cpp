@@ -55,6 +55,8 @@ RawClient::RawClient(std::uint16_t port, bool tls, const RawClient* earlier)
     }
 }
 
+RawClient RawClient::OverTls(std::uint16_t port) { return {port, true}; }
+
 RawClient RawClient::WithoutTls(const simhost::Server& server) { return RawClient(server.port()); }
 
 RawClient::RawClient(RawClient&&) noexcept = default;

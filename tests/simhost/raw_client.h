@@ -39,6 +39,7 @@ public:
     explicit RawClient(const simhost::Server& server);
     /// Without TLS.
     explicit RawClient(std::uint16_t port);
+    static RawClient OverTls(std::uint16_t port);
     /// Only the TCP connection, whatever the server speaks.
     static RawClient WithoutTls(const simhost::Server& server);
     RawClient(RawClient&&) noexcept;

@@ -27,14 +27,16 @@ protected:
 /// TCP_NODELAY of the first socket that a listener with these options hands out.
 bool NoDelayOfAccepted(const simhost::ServerOptions& options) {
     std::promise<bool> no_delay;
-    const simhost::Listener listener(options, [&](simhost::NativeSocket accepted) {
+    simhost::Listener listener(options);
+    const auto port = listener.Listen(0, [&](simhost::NativeSocket accepted) {
         int value = -1;
         socklen_t size = sizeof value;
         EXPECT_EQ(getsockopt(accepted.handle, IPPROTO_TCP, TCP_NODELAY, &value, &size), 0);
         no_delay.set_value(value != 0);
         simhost::Stream(accepted).Close();
     });
-    const RawClient client(listener.port());
+    listener.Start();
+    const RawClient client(port);
     return no_delay.get_future().get();
 }
 
