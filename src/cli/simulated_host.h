@@ -1,6 +1,7 @@
-// Starts the simulated host for the commands.
+// Starts simulated hosts for the commands.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -8,8 +9,9 @@
 #include "cli/host_options.h"
 
 namespace simhost {
+class Fleet;
 class Server;
-}
+}  // namespace simhost
 
 namespace command {
 
@@ -18,5 +20,18 @@ namespace command {
 std::unique_ptr<simhost::Server> StartSimulatedHost(const std::string& description_file,
                                                     Transport transport, std::uint16_t port,
                                                     const SimulationOptions& simulation);
+
+/// How many hosts, and how many of a hundred fail.
+struct FleetSize {
+    std::size_t hosts = 0;
+    unsigned fault_percent = 0;
+};
+
+/// The same for a fleet of hosts, which differ as their numbers say, on consecutive ports from the
+/// given one, or with 0 on any free ones.
+std::unique_ptr<simhost::Fleet> StartSimulatedFleet(const std::string& description_file,
+                                                    Transport transport, std::uint16_t port,
+                                                    const SimulationOptions& simulation,
+                                                    const FleetSize& size);
 
 }  // namespace command

@@ -112,14 +112,16 @@ void ApplyTo(simhost::ServerOptions& server, const SimulationOptions& options) {
     }
 }
 
-void InjectFaults(simhost::Server& server, const SimulationOptions& options) {
+std::vector<simhost::Fault> FaultsOf(const SimulationOptions& options) {
+    std::vector<simhost::Fault> faults;
     for (const std::string& fault : options.faults) {
         try {
-            server.InjectFault(simhost::Faults::ByName(fault));
+            faults.push_back(simhost::Faults::ByName(fault));
         } catch (const std::invalid_argument& e) {
             throw UsageError(options.prefix + "fault: " + e.what());
         }
     }
+    return faults;
 }
 
 }  // namespace command

@@ -9,7 +9,7 @@ class App;
 class Option;
 }  // namespace CLI
 namespace simhost {
-class Server;
+struct Fault;
 struct ServerOptions;
 }  // namespace simhost
 
@@ -40,7 +40,7 @@ std::string FaultHelp();
 /// is not numeric, the account is incomplete or the file cannot be read.
 void ApplyTo(simhost::ServerOptions& server, const SimulationOptions& options);
 
-/// Makes the server fail as the options say. Throws UsageError when there is no such fault.
-void InjectFaults(simhost::Server& server, const SimulationOptions& options);
+/// The ways to fail that the options name. Throws UsageError when there is no such fault.
+std::vector<simhost::Fault> FaultsOf(const SimulationOptions& options);
 
 }  // namespace command
