@@ -3,6 +3,7 @@
 
 #include <CLI/CLI.hpp>
 #include <cerrno>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <optional>
@@ -136,6 +137,7 @@ fleet::RunOptions RunOptionsOf(const FleetOptions& options) {
     run.reading.request_limit = Milliseconds(options.defaults.limits.request);
     run.reading.host_limit = Milliseconds(options.defaults.limits.host);
     run.reading.is_strict = options.is_strict;
+    run.reading.log_folder = options.log_folder;
     run.reading.cancel = Zentar::CancelHandle::Make();
     return run;
 }
@@ -166,8 +168,25 @@ void Await(fleet::Run& run, FleetProgress& progress, const FleetOptions& options
     }
 }
 
+void OpenLogs(const FleetOptions& options) {
+    LogOptions log = options.log;
+    if (!options.log_folder.empty()) {
+        if (!log.file.empty()) {
+            throw UsageError("--log-file and --log-dir are two places for one log; give one");
+        }
+        std::error_code error;
+        std::filesystem::create_directories(options.log_folder, error);
+        if (error) {
+            throw UsageError("cannot make --log-dir " + options.log_folder + ": " +
+                             error.message());
+        }
+        log.level = log.level.value_or(1);
+    }
+    OpenLog(log);
+}
+
 int RunFleet(const FleetOptions& options) {
-    OpenLog(options.log);
+    OpenLogs(options);
     const bool is_text = IsText(options);
     fleet::RunOptions run_options = RunOptionsOf(options);
     const fleet::PastRun past = PastOf(options);

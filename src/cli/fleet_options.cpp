@@ -93,6 +93,10 @@ void AddFleetOptions(CLI::App& app, FleetOptions& options) {
     AddLimits(app, options);
     AddOutputs(app, options);
     AddLogOptions(app, options.log);
+    app.add_option("--log-dir", options.log_folder,
+                   "Folder for a log of each host's own, HOST_PORT.log, at level 1 unless "
+                   "--log-level says otherwise")
+        ->type_name("DIR");
 }
 
 }  // namespace command

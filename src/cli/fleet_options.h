@@ -28,6 +28,7 @@ struct FleetOptions {
     std::string resume;
     std::string summary;
     LogOptions log;
+    std::string log_folder;
 };
 
 void AddFleetOptions(CLI::App& app, FleetOptions& options);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <exception>
 
+#include "common/log/log_control.h"
 #include "inventory/host_reading.h"
 #include "module/exsi/kalvex.h"
 
@@ -46,6 +47,17 @@ inventory::HostReading ReadingOf(const Task& task) {
             std::chrono::steady_clock::now()};
 }
 
+/// "FOLDER/esx01_5989.log"
+std::string LogFileOf(const Task& task, const ReadingOptions& options) {
+    if (options.log_folder.empty()) {
+        return {};
+    }
+    std::string name = task.entry.Name();
+    std::erase_if(name, [](char character) { return character == '[' || character == ']'; });
+    std::ranges::replace(name, ':', '_');
+    return options.log_folder + "/" + name + ".log";
+}
+
 /// The password is overwritten also when connecting throws.
 struct WipedInfo {
     ConnectionInfo info;
@@ -61,6 +73,7 @@ Zentar::Agentless::Kalvex Connect(const Task& task, const ReadingOptions& option
 
 Document ReadHost(const Task& task, const ReadingOptions& options,
                   const std::function<void()>& answered) {
+    const Zentar::LogContext log(task.entry.Name(), LogFileOf(task, options));
     inventory::HostReading reading = ReadingOf(task);
     try {
         Zentar::Agentless::Kalvex host = Connect(task, options);

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstddef>
 #include <functional>
+#include <string>
 #include <vector>
 
 #include "common/cancel/cancel_handle.h"
@@ -20,6 +21,7 @@ struct ReadingOptions {
     std::chrono::milliseconds request_limit{60'000};
     std::chrono::milliseconds host_limit{600'000};  ///< for good, whatever the host does
     bool is_strict = false;
+    std::string log_folder;  ///< for a log of each host's own; empty: the common log
     Zentar::CancelHandle cancel;
 };
 

@@ -32,6 +32,26 @@ struct Destination {
     File file;  ///< standard error when null
 };
 
+/// What the messages of a thread are about, and where they go.
+struct Context {
+    std::string name;
+    File file;  ///< the destination when null
+};
+
+Context& TheContext() {
+    thread_local Context context;
+    return context;
+}
+
+/// Neither is it buffered. Null with errno when it cannot be opened.
+File OpenedToAppend(const std::string& path) {
+    File file(std::fopen(path.c_str(), "ae"));  // "e": no child process inherits it
+    if (file) {
+        std::setvbuf(file.get(), nullptr, _IONBF, 0);
+    }
+    return file;
+}
+
 /// Never destroyed, so that messages of static objects find it to the end.
 Destination& TheDestination() {
     static Destination& destination = *new Destination;
@@ -57,9 +77,9 @@ std::string UtcTimeStamp() {
 }
 
 /// One write per message, so that lines of many threads and processes never mix: neither standard
-/// error nor the file is buffered.
-void WriteLine(Destination& destination, const std::string& line) {
-    std::fwrite(line.data(), 1, line.size(), destination.file ? destination.file.get() : stderr);
+/// error nor a file is buffered.
+void WriteLine(std::FILE* file, const std::string& line) {
+    std::fwrite(line.data(), 1, line.size(), file);
 }
 
 }  // namespace
@@ -70,7 +90,7 @@ Log::Log(unsigned level, const char* file, int line) : level_(level), file_(file
 
 Log::~Log() {
     try {
-        const LogMessage message{level_, BaseName(file_), line_, stream_.str()};
+        const LogMessage message{level_, BaseName(file_), line_, stream_.str(), TheContext().name};
         LogSink sink;
         {
             const std::lock_guard lock(TheDestination().mutex);
@@ -100,11 +120,10 @@ void LogToStandardError() {
 }
 
 std::string LogToFile(const std::string& path) {
-    File file(std::fopen(path.c_str(), "ae"));  // "e": no child process inherits it
+    File file = OpenedToAppend(path);
     if (!file) {
         return path + ": " + SystemWords(errno);
     }
-    std::setvbuf(file.get(), nullptr, _IONBF, 0);
     const std::lock_guard lock(TheDestination().mutex);
     TheDestination().file = std::move(file);
     return {};
@@ -115,19 +134,31 @@ void SetLogSink(LogSink sink) {
     TheDestination().sink = std::move(sink);
 }
 
+LogContext::LogContext(const std::string& name, const std::string& file) {
+    TheContext() = {name, file.empty() ? nullptr : OpenedToAppend(file)};
+}
+
+LogContext::~LogContext() { TheContext() = {}; }
+
 void WriteLogMessage(const LogMessage& message) {
     try {
         const std::string line = FormatLogMessage(message);
-        const std::lock_guard lock(TheDestination().mutex);
-        WriteLine(TheDestination(), line);
+        if (TheContext().file) {
+            WriteLine(TheContext().file.get(), line);
+            return;
+        }
+        Destination& destination = TheDestination();
+        const std::lock_guard lock(destination.mutex);
+        WriteLine(destination.file ? destination.file.get() : stderr, line);
     } catch (...) {
         // As in Log's destructor.
     }
 }
 
 std::string FormatLogMessage(const LogMessage& message) {
-    return UtcTimeStamp() + " [" + std::to_string(message.level) + "] " + message.file + ":" +
-           std::to_string(message.line) + " " + SafeLogText(message.text) + "\n";
+    const std::string context = message.context.empty() ? "" : SafeLogText(message.context) + " ";
+    return UtcTimeStamp() + " [" + std::to_string(message.level) + "] " + context + message.file +
+           ":" + std::to_string(message.line) + " " + SafeLogText(message.text) + "\n";
 }
 
 }  // namespace Zentar

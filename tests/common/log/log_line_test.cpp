@@ -9,7 +9,7 @@ namespace {
 
 /// The line of a message with this text, without its time stamp.
 std::string LineOf(const std::string& text) {
-    const std::string line = Zentar::FormatLogMessage({3, "cimfunc.cpp", 120, text});
+    const std::string line = Zentar::FormatLogMessage({3, "cimfunc.cpp", 120, text, ""});
     return line.substr(line.find(' ') + 1);
 }
 
@@ -23,7 +23,7 @@ std::string ShownAs(const std::string& text) {
 }
 
 TEST(LogLine, HasTimeLevelPlaceAndText) {
-    const std::string line = Zentar::FormatLogMessage({1, "kalvex.cpp", 41, "It failed!"});
+    const std::string line = Zentar::FormatLogMessage({1, "kalvex.cpp", 41, "It failed!", ""});
     const std::regex form(
         R"(\d{4}-\d\d-\d\dT\d\d:\d\d:\d\d\.\d{6}Z \[1\] kalvex\.cpp:41 It failed!\n)");
     EXPECT_TRUE(std::regex_match(line, form)) << line;
@@ -70,6 +70,13 @@ TEST(LogLine, ShowsBytesThatAreNotUtf8) {
     EXPECT_EQ(ShownAs("\xED\xA0\x80"), "\\xED\\xA0\\x80");           // surrogate
     EXPECT_EQ(ShownAs("\xF4\x90\x80\x80"), "\\xF4\\x90\\x80\\x80");  // beyond Unicode
     EXPECT_EQ(ShownAs("end \xE2\x82"), "end \\xE2\\x82");            // cut off
+}
+
+TEST(LogLine, NamesItsContextBeforeTheFile) {
+    const std::string line =
+        Zentar::FormatLogMessage({1, "kalvex.cpp", 41, "It failed!", "esx\x1B:5989"});
+    EXPECT_NE(line.find("Z [1] esx\\x1B:5989 kalvex.cpp:41 It failed!\n"), std::string::npos)
+        << line;
 }
 
 }  // namespace
