@@ -12,6 +12,7 @@ void AddInventoryCommand(CLI::App& program, int& exit_status);
 void AddFleetCommand(CLI::App& program, int& exit_status);
 void AddSupportedCommand(CLI::App& program, int& exit_status);
 void AddFingerprintCommand(CLI::App& program, int& exit_status);
+void AddSchemaCommand(CLI::App& program, int& exit_status);
 void AddSimulateCommand(CLI::App& program, int& exit_status);
 
 }  // namespace command

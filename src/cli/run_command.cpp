@@ -54,6 +54,7 @@ int Run(int argc, const char* const* argv) {
     AddFleetCommand(program, exit_status);
     AddSupportedCommand(program, exit_status);
     AddFingerprintCommand(program, exit_status);
+    AddSchemaCommand(program, exit_status);
     AddSimulateCommand(program, exit_status);
     try {
         program.parse(argc, argv);

@@ -31,10 +31,12 @@ const std::string kOddFingerprint = ":" + kFingerprint;
 const Mistake kMistakes[] = {
     {"NoCommand",
      {},
-     "no command; choose among inventory, supported, fingerprint, simulate; see kalvex --help"},
+     "no command; choose among inventory, supported, fingerprint, schema, simulate; see kalvex "
+     "--help"},
     {"UnknownCommand",
      {"inventry"},
-     "unknown command \"inventry\"; choose among inventory, supported, fingerprint, simulate"},
+     "unknown command \"inventry\"; choose among inventory, supported, fingerprint, schema, "
+     "simulate"},
     {"OptionWithoutCommand", {"--host", "x"}, "unknown command \"--host\"; choose among"},
     {"UnknownOption", {"inventory", "--bogus"}, "--bogus; see kalvex inventory --help"},
     {"NoHost", {"inventory"}, "name it with --host HOST, or use --simulated"},
@@ -106,7 +108,8 @@ TEST_F(Usage, PasswordAsAnArgumentIsRefusedAndNotRepeated) {
 }
 
 TEST_F(Usage, EveryHelpHasAnExample) {
-    for (const std::string command : {"inventory", "supported", "fingerprint", "simulate"}) {
+    for (const std::string command :
+         {"inventory", "supported", "fingerprint", "schema", "simulate"}) {
         const Finished help = Run({command, "--help"});
         EXPECT_EQ(help.status, 0);
         EXPECT_EQ(help.err, "");
