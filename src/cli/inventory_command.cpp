@@ -1,5 +1,3 @@
-#include <unistd.h>
-
 #include <CLI/CLI.hpp>
 #include <iostream>
 
@@ -7,11 +5,9 @@
 #include "cli/commands.h"
 #include "cli/failure_report.h"
 #include "cli/host_session.h"
+#include "cli/output_options.h"
 #include "cli/section_choice.h"
-#include "cli/text_style.h"
 #include "inventory/host_reading.h"
-#include "outputs/json/json_output.h"
-#include "outputs/text/text_output.h"
 
 namespace command {
 
@@ -22,7 +18,8 @@ constexpr const char* kInventoryExample =
     "  kalvex inventory --simulated\n"
     "  kalvex inventory system packages --host esx01.example.com --user root\n"
     "  kalvex inventory --host esx01.example.com --user root --password-file secret "
-    "--format json\n\n"
+    "--format json\n"
+    "  kalvex inventory --host esx01.example.com --user root --format csv --output-dir esx01\n\n"
     "Exit status: 0 every section was read, 1 some failed, 2 wrong usage, 3 none could be read, "
     "130 interrupted, 143 terminated.";
 
@@ -30,7 +27,7 @@ struct InventoryOptions {
     HostOptions host;
     LogOptions log;
     std::vector<std::string> sections;
-    std::string format = "text";
+    OutputOptions output;
     bool is_strict = false;
 };
 
@@ -54,15 +51,6 @@ ExitStatus ExitStatusOf(inventory::Status status) {
     }
 }
 
-void Print(const inventory::Document& document, const std::string& format) {
-    if (format == "json") {
-        outputs::WriteJson(document, std::cout, outputs::JsonLayout::kIndented);
-        std::cout << std::endl;
-    } else {
-        outputs::WriteText(document, TextStyleOf(STDOUT_FILENO), std::cout);
-    }
-}
-
 inventory::Document Read(HostSession& session, const std::vector<inventory::Section>& sections,
                          const InventoryOptions& options) {
     inventory::HostReading reading(session.name(), session.port(), session.transport(),
@@ -83,13 +71,19 @@ inventory::Document Read(HostSession& session, const std::vector<inventory::Sect
 int RunInventory(InventoryOptions& options) {
     ResolveSectionAfterSimulated(options);
     const std::vector<inventory::Section> sections = ChosenSections(options.sections);
+    CheckOutputOptions(options.output, sections);
     HostSession session(options.host, options.log);
     const inventory::Document document = Read(session, sections, options);
-    Print(document, options.format);
+    const std::string problem = WriteOutput(document, options.output);
     FailureReport report;
     report.Add(session.Connecting(), document);
     report.Write(std::cerr);
-    return session.interruption().StatusOr(ExitStatusOf(document.status));
+    const int status = session.interruption().StatusOr(ExitStatusOf(document.status));
+    if (!problem.empty()) {
+        throw CommandError(static_cast<ExitStatus>(status == kExitDone ? kExitPartly : status),
+                           problem);
+    }
+    return status;
 }
 
 }  // namespace
@@ -103,10 +97,7 @@ void AddInventoryCommand(CLI::App& program, int& exit_status) {
                      "Sections to read: " + inventory::SectionNames() + " [all]")
         ->type_name("");
     AddHostOptions(*command, options->host);
-    command->add_option("--format", options->format, "text for people, json for programs")
-        ->check(CLI::IsMember({"text", "json"}).description(""))
-        ->type_name("text|json")
-        ->capture_default_str();
+    AddOutputOptions(*command, options->output);
     command->add_flag("--strict", options->is_strict,
                       "Count as a failure what the host answers that it does not have");
     AddLogOptions(*command, options->log);

@@ -95,6 +95,17 @@ TEST_F(Interruptions, JsonIsWhole) {
     }
 }
 
+TEST_F(Interruptions, AFileIsWhole) {
+    ServeStallingAfter(3);
+    auto kalvex = Reading({"--format", "json", "--output", PathOf("inventory.json")});
+    AwaitRequests(4);
+    kalvex->Signal(SIGINT);
+    EXPECT_EQ(kalvex->Wait().status, 130);
+    const Json document = Json::parse(ReadFile(PathOf("inventory.json")));
+    EXPECT_EQ(document.at("sections").at("os").at("status"), "ok");
+    EXPECT_EQ(document.at("sections").at("pci_slots").at("status"), "skipped");
+}
+
 TEST_F(Interruptions, ConnectingEndsToo) {
     Serve(Https());
     Server().InjectFault(Faults::StallOnConnect());

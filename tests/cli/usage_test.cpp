@@ -48,7 +48,7 @@ const Mistake kMistakes[] = {
     {"PortZero", {"inventory", "--host", "x", "--port", "0"}, "--port: "},
     {"PortNoNumber", {"inventory", "--host", "x", "--port", "https"}, "--port: "},
     {"Transport", {"inventory", "--host", "x", "--transport", "ftp"}, "{https,http}"},
-    {"Format", {"inventory", "--simulated", "--format", "xml"}, "{text,json}"},
+    {"Format", {"inventory", "--simulated", "--format", "xml"}, "{text,json,csv}"},
     {"LogLevel", {"inventory", "--simulated", "--log-level", "5"}, "Value 5 not in range"},
     {"ConnectTimeout",
      {"supported", "--host", "x", "--connect-timeout", "-1"},
