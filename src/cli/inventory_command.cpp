@@ -3,6 +3,7 @@
 
 #include "cli/command_error.h"
 #include "cli/commands.h"
+#include "cli/event_options.h"
 #include "cli/failure_report.h"
 #include "cli/host_session.h"
 #include "cli/output_options.h"
@@ -28,6 +29,7 @@ struct InventoryOptions {
     LogOptions log;
     std::vector<std::string> sections;
     OutputOptions output;
+    inventory::EventFilter events;
     bool is_strict = false;
 };
 
@@ -72,8 +74,10 @@ int RunInventory(InventoryOptions& options) {
     ResolveSectionAfterSimulated(options);
     const std::vector<inventory::Section> sections = ChosenSections(options.sections);
     CheckOutputOptions(options.output, sections);
+    CheckEventOptions(options.events, sections);
     HostSession session(options.host, options.log);
-    const inventory::Document document = Read(session, sections, options);
+    inventory::Document document = Read(session, sections, options);
+    KeepEvents(options.events, document);
     const std::string problem = WriteOutput(document, options.output);
     FailureReport report;
     report.Add(session.Connecting(), document);
@@ -98,6 +102,7 @@ void AddInventoryCommand(CLI::App& program, int& exit_status) {
         ->type_name("");
     AddHostOptions(*command, options->host);
     AddOutputOptions(*command, options->output);
+    AddEventOptions(*command, options->events);
     command->add_flag("--strict", options->is_strict,
                       "Count as a failure what the host answers that it does not have");
     AddLogOptions(*command, options->log);
