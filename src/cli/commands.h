@@ -14,5 +14,6 @@ void AddSupportedCommand(CLI::App& program, int& exit_status);
 void AddFingerprintCommand(CLI::App& program, int& exit_status);
 void AddSchemaCommand(CLI::App& program, int& exit_status);
 void AddSimulateCommand(CLI::App& program, int& exit_status);
+void AddHelpCommand(CLI::App& program, int& exit_status);
 
 }  // namespace command

@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <cstdlib>
 
 #include "cli/command_error.h"
 #include "cli/password_file.h"
@@ -42,6 +43,14 @@ void CheckSimulated(const HostOptions& simulated) {
     }
 }
 
+/// What an option says stays.
+void CompleteFromEnvironment(const char* variable, std::string& value) {
+    const char* const given = std::getenv(variable);
+    if (value.empty() && given != nullptr) {
+        value = given;
+    }
+}
+
 void CheckNotSimulated(const HostOptions& real) {
     const std::string option = real.simulation.FirstGiven();
     if (!option.empty()) {
@@ -68,7 +77,8 @@ void AddTransportOption(CLI::App& app, Transport& transport) {
 }
 
 void AddAddressOptions(CLI::App& app, HostOptions& options, const std::string& default_port) {
-    app.add_option("--host", options.host, "Name or address of the host to read")
+    app.add_option("--host", options.host,
+                   "Name or address of the host to read [environment variable KALVEX_HOST]")
         ->type_name("HOST");
     app.add_option("--port", options.port, "TCP port [" + default_port + "]")
         ->check(CLI::Range(1, 65535).description(""))
@@ -80,7 +90,9 @@ void AddHostOptions(CLI::App& app, HostOptions& options) {
     AddAddressOptions(app, options, "5989 for https, 5988 for http");
     AddReadingLimits(app, options.limits);
     AddTransportOption(app, options.transport);
-    app.add_option("--user", options.user, "User name on the host")->type_name("NAME");
+    app.add_option("--user", options.user,
+                   "User name on the host [environment variable KALVEX_USER]")
+        ->type_name("NAME");
     app.add_option("--password-file", options.password_file,
                    "File that holds the password, - for standard input; else the environment "
                    "variable KALVEX_PASSWORD, else it is asked on the terminal")
@@ -107,6 +119,8 @@ void CheckHostOptions(HostOptions& options) {
         return;
     }
     CheckNotSimulated(options);
+    CompleteFromEnvironment("KALVEX_HOST", options.host);
+    CompleteFromEnvironment("KALVEX_USER", options.user);
     if (options.host.empty()) {
         throw UsageError(
             "no host to read; name it with --host HOST, or use --simulated for the built-in one");

@@ -42,7 +42,8 @@ void AddAddressOptions(CLI::App& app, HostOptions& options, const std::string& d
 /// Adds --transport alone.
 void AddTransportOption(CLI::App& app, Transport& transport);
 
-/// Throws UsageError unless exactly one host is named, in a form that can be connected to.
+/// Completes what was not given for a real host from KALVEX_HOST and KALVEX_USER. Throws UsageError
+/// unless exactly one host is named, in a form that can be connected to.
 void CheckHostOptions(HostOptions& options);
 
 }  // namespace command

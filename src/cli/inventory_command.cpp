@@ -35,7 +35,7 @@ struct InventoryOptions {
 
 /// "--simulated system" means the section: a file of that name is given as ./system.
 void ResolveSectionAfterSimulated(InventoryOptions& options) {
-    if (inventory::FindSection(options.host.description_file) != nullptr) {
+    if (NamesSections(options.host.description_file)) {
         options.sections.push_back(options.host.description_file);
         options.host.description_file.clear();
     }
@@ -98,7 +98,7 @@ void AddInventoryCommand(CLI::App& program, int& exit_status) {
     const auto options = std::make_shared<InventoryOptions>();
     command
         ->add_option("SECTION", options->sections,
-                     "Sections to read: " + inventory::SectionNames() + " [all]")
+                     "Sections to read: " + inventory::SectionNames() + ", or all [all]")
         ->type_name("");
     AddHostOptions(*command, options->host);
     AddOutputOptions(*command, options->output);

@@ -23,6 +23,9 @@ namespace {
 
 void CheckPassword(const std::string& file, const std::string& option,
                    const Zentar::Secret& password) {
+    if (password.text().empty()) {
+        FailToRead(file, option, "it is empty");
+    }
     if (password.text().find('\0') != std::string::npos) {
         FailToRead(file, option, "it holds a NUL byte");
     }

@@ -12,7 +12,8 @@ class App;
 namespace command {
 
 /// The file's content, or standard input's for "-", without one line break at its end. Throws
-/// UsageError, which names the option that the file was given with, when it cannot be read.
+/// UsageError, which names the option that the file was given with, when it cannot be read or holds
+/// nothing.
 Zentar::Secret ReadPasswordFile(const std::string& file, const std::string& option);
 
 /// A password among the arguments shows in every process list. Makes the option an error that says

@@ -19,7 +19,7 @@ namespace {
 constexpr const char* kExample =
     "Example:\n"
     "  kalvex inventory --simulated\n\n"
-    "kalvex COMMAND --help says more about each command.";
+    "kalvex help COMMAND says more about each command, and so does kalvex COMMAND --help.";
 
 int Fail(const std::string& message, int status) {
     std::cerr << "kalvex: " << DisplayText(message) << std::endl;
@@ -46,7 +46,8 @@ int Run(int argc, const char* const* argv) {
     int exit_status = kExitDone;
     CLI::App program(
         "Reads the inventory of VMware ESXi hosts without installing anything on them.", "kalvex");
-    program.set_version_flag("--version", "kalvex " KALVEX_VERSION, "Print the version and exit");
+    program.set_version_flag("-V,--version", "kalvex " KALVEX_VERSION,
+                             "Print the version and exit");
     program.set_help_flag("-h,--help", "Print this help and exit");
     program.require_subcommand(1);
     program.footer(kExample);
@@ -56,6 +57,7 @@ int Run(int argc, const char* const* argv) {
     AddFingerprintCommand(program, exit_status);
     AddSchemaCommand(program, exit_status);
     AddSimulateCommand(program, exit_status);
+    AddHelpCommand(program, exit_status);
     try {
         program.parse(argc, argv);
     } catch (const CLI::ParseError& error) {

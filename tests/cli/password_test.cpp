@@ -122,6 +122,8 @@ TEST_F(Password, FileThatCannotBeReadIsReported) {
                 Complains(2, "missing: No such file or directory"));
     EXPECT_THAT(Run(Arguments({"--password-file", PathOf("")})), Complains(2, "Is a directory"));
     EXPECT_THAT(WithPasswordFile(std::string("a\0b", 3)), Complains(2, "NUL byte"));
+    EXPECT_THAT(WithPasswordFile(""), Complains(2, "it is empty"));
+    EXPECT_THAT(WithPasswordFile("\n"), Complains(2, "it is empty"));
 }
 
 }  // namespace

@@ -29,16 +29,26 @@ const std::string kFingerprint(64, 'a');
 const std::string kOddFingerprint = ":" + kFingerprint;
 
 const Mistake kMistakes[] = {
-    {"NoCommand",
-     {},
-     "no command; choose among inventory, supported, fingerprint, schema, simulate; see kalvex "
-     "--help"},
+    {"NoCommand", {}, "no command; choose among inventory, supported, "},
     {"UnknownCommand",
      {"inventry"},
-     "unknown command \"inventry\"; choose among inventory, supported, fingerprint, schema, "
-     "simulate"},
+     "unknown command \"inventry\" (did you mean inventory?); choose among inventory, supported, "},
     {"OptionWithoutCommand", {"--host", "x"}, "unknown command \"--host\"; choose among"},
-    {"UnknownOption", {"inventory", "--bogus"}, "--bogus; see kalvex inventory --help"},
+    {"UnknownOption",
+     {"inventory", "--bogus"},
+     "unknown option --bogus; see kalvex inventory --help"},
+    {"MistypedOption",
+     {"inventory", "--hots", "x"},
+     "unknown option --hots (did you mean --host?)"},
+    {"UnknownOptions", {"supported", "--zzz", "--yyyyy"}, "unknown options --zzz, --yyyyy; see"},
+    {"OptionBeforeCommand", {"--bogus", "inventory"}, "unknown option --bogus"},
+    {"UnexpectedArgument", {"supported", "x"}, "unexpected argument \"x\"; see"},
+    {"UnexpectedArguments",
+     {"supported", "x", "y", "z"},
+     "unexpected arguments \"x\", \"y\", \"z\"; see"},
+    {"MistypedSection", {"inventory", "packges"}, "\"packges\" (did you mean packages?)"},
+    {"Since", {"inventory", "--simulated", "--since", "yesterday"}, "\"yesterday\" is no date"},
+    {"LastZero", {"inventory", "--simulated", "--last", "0"}, "--last: "},
     {"NoHost", {"inventory"}, "name it with --host HOST, or use --simulated"},
     {"NoHostToSupport", {"supported"}, "name it with --host HOST, or use --simulated"},
     {"UnknownSection", {"inventory", "--host", "x", "disks"}, kSectionNames},
@@ -109,7 +119,7 @@ TEST_F(Usage, PasswordAsAnArgumentIsRefusedAndNotRepeated) {
 
 TEST_F(Usage, EveryHelpHasAnExample) {
     for (const std::string command :
-         {"inventory", "supported", "fingerprint", "schema", "simulate"}) {
+         {"inventory", "supported", "fingerprint", "schema", "simulate", "help"}) {
         const Finished help = Run({command, "--help"});
         EXPECT_EQ(help.status, 0);
         EXPECT_EQ(help.err, "");
@@ -121,11 +131,30 @@ TEST_F(Usage, EveryHelpHasAnExample) {
 
 TEST_F(Usage, HelpOfInventoryTellsOptionsSectionsAndExitStatus) {
     const std::string help = Run({"inventory", "--help"}).out;
-    for (const char* part :
-         {"--host", "--port", "--transport", "--user", "--password-file", "KALVEX_PASSWORD",
-          "--simulated", "--format", "--log-level", "--log-file", "--connect-timeout",
-          "--request-timeout", "--timeout", "--ca-file", "--fingerprint", "5989",
-          "system, os, packages, events, privileges, ports, ipv4, ipv6, pci", "Exit status"}) {
+    for (const char* part : {"--host",
+                             "--port",
+                             "--transport",
+                             "--user",
+                             "--password-file",
+                             "KALVEX_PASSWORD",
+                             "--simulated",
+                             "--format",
+                             "--output",
+                             "--output-dir",
+                             "--since",
+                             "--last",
+                             "KALVEX_HOST",
+                             "KALVEX_USER",
+                             "--log-level",
+                             "--log-file",
+                             "--connect-timeout",
+                             "--request-timeout",
+                             "--timeout",
+                             "--ca-file",
+                             "--fingerprint",
+                             "5989",
+                             "system, os, packages, events, privileges, ports, ipv4, ipv6, pci",
+                             "Exit status"}) {
         EXPECT_THAT(help, HasSubstr(part));
     }
 }
