@@ -29,10 +29,10 @@ const std::string kFingerprint(64, 'a');
 const std::string kOddFingerprint = ":" + kFingerprint;
 
 const Mistake kMistakes[] = {
-    {"NoCommand", {}, "no command; choose among inventory, supported, "},
+    {"NoCommand", {}, "no command; choose among inventory, "},
     {"UnknownCommand",
      {"inventry"},
-     "unknown command \"inventry\" (did you mean inventory?); choose among inventory, supported, "},
+     "unknown command \"inventry\" (did you mean inventory?); choose among inventory, "},
     {"OptionWithoutCommand", {"--host", "x"}, "unknown command \"--host\"; choose among"},
     {"UnknownOption",
      {"inventory", "--bogus"},
