@@ -14,15 +14,15 @@
 #include "cli/fleet_accounts.h"
 #include "cli/fleet_hosts.h"
 #include "cli/fleet_options.h"
-#include "cli/fleet_output_file.h"
+#include "cli/fleet_outputs.h"
 #include "cli/fleet_progress.h"
 #include "cli/interruption.h"
 #include "cli/section_choice.h"
-#include "fleet/host_table.h"
-#include "fleet/ndjson_output.h"
+#include "cli/simulated_host.h"
 #include "fleet/run.h"
 #include "fleet/summary.h"
 #include "outputs/text/display_text.h"
+#include "simhost/fleet.h"
 
 namespace command {
 
@@ -38,40 +38,6 @@ constexpr const char* kFleetExample =
     "  kalvex fleet hosts.csv system packages --jobs 200 --host-timeout 120\n\n"
     "Exit status: 0 every host was read whole, 1 some were not, 2 wrong usage, 3 none was, 130 "
     "interrupted, 143 terminated.";
-
-/// Hands each document to the output and to the summary.
-class Distribution : public fleet::DocumentSink {
-public:
-    Distribution(fleet::DocumentSink& output, fleet::Summary& summary)
-        : output_(output), summary_(summary) {}
-    void Take(const HostEntry& entry, const inventory::Document& document) override {
-        output_.Take(entry, document);
-        summary_.Add(entry, document);
-    }
-
-private:
-    fleet::DocumentSink& output_;
-    fleet::Summary& summary_;
-};
-
-bool IsText(const FleetOptions& options) {
-    if (options.format.empty()) {
-        return options.output.empty() && isatty(STDOUT_FILENO) == 1;
-    }
-    if (options.format == "text" && !options.output.empty()) {
-        throw UsageError("--output takes the documents as ndjson; leave out --format text");
-    }
-    return options.format == "text";
-}
-
-std::size_t Columns() {
-    constexpr std::size_t kUsualColumns = 100;
-    const char* const columns = std::getenv("COLUMNS");
-    const int number = columns == nullptr ? 0 : std::atoi(columns);
-    return number > 0 ? static_cast<std::size_t>(number) : kUsualColumns;
-}
-
-// The end.
 
 /// As a list that kalvex fleet reads.
 void WriteRest(const std::vector<HostEntry>& rest, const FleetOptions& options) {
@@ -185,54 +151,79 @@ void OpenLogs(const FleetOptions& options) {
     OpenLog(log);
 }
 
-int RunFleet(const FleetOptions& options) {
-    OpenLogs(options);
-    const bool is_text = IsText(options);
-    fleet::RunOptions run_options = RunOptionsOf(options);
-    const fleet::PastRun past = PastOf(options);
-    const std::vector<HostEntry> hosts = HostsOf(options, past);
-    std::vector<fleet::Task> tasks = TasksOf(hosts, options);
-    AllowManyDescriptors();
+std::vector<HostEntry> EntriesOf(const simhost::Fleet& simulated, const FleetOptions& options) {
+    std::vector<HostEntry> entries;
+    for (const simhost::FleetHost& host : simulated.Hosts()) {
+        HostEntry entry;
+        entry.host = "127.0.0.1";
+        entry.port = host.port;
+        entry.has_tls = options.defaults.transport == Transport::kHttps;
+        entry.line = host.number;
+        entries.push_back(std::move(entry));
+    }
+    return entries;
+}
 
-    std::unique_ptr<OutputFile> file;
-    if (!options.output.empty()) {
-        file = std::make_unique<OutputFile>(options, past);
+std::unique_ptr<simhost::Fleet> SimulatedOf(const FleetOptions& options) {
+    if ((options.simulated == 0) == options.hosts.empty()) {
+        throw UsageError(options.hosts.empty()
+                             ? "no hosts to read; name the file that lists them, or use "
+                               "--simulated N"
+                             : "--simulated takes the place of HOSTS; leave out one of them");
     }
-    FleetProgress progress;
-    std::string output_problem;
-    fleet::NdjsonOutput ndjson(file ? file->descriptor() : STDOUT_FILENO,
-                               [&](const std::string& problem) {
-                                   output_problem = problem;
-                                   run_options.reading.cancel.Cancel();
-                               });
-    fleet::HostTable table(hosts, Columns(), std::cout,
-                           [&](const auto& write) { progress.Around(write); });
-    fleet::Summary summary;
-    Distribution distribution(is_text ? static_cast<fleet::DocumentSink&>(table) : ndjson, summary);
-    if (is_text) {
-        table.WriteHeadings();
+    if (options.simulated == 0) {
+        return nullptr;
     }
-    const auto start = std::chrono::steady_clock::now();
-    fleet::Run run(std::move(tasks), run_options, distribution);
-    const Interruption interruption([&run] { run.Cancel(); });
-    run.Start();
-    Await(run, progress, options);
-    const std::vector<HostEntry> rest = run.Finish();
-    if (file) {
-        file->Finish();
-    }
-    summary.SetRest(hosts.size() - summary.Taken());
-    summary.SetDuration(std::chrono::duration_cast<std::chrono::milliseconds>(
-        std::chrono::steady_clock::now() - start));
+    constexpr std::uint16_t kAnyPort = 0;
+    return StartSimulatedFleet("", options.defaults.transport, kAnyPort, {},
+                               {options.simulated, options.simulated_faults});
+}
+
+std::vector<HostEntry> HostsToRead(const FleetOptions& options, const fleet::PastRun& past,
+                                   const simhost::Fleet* simulated) {
+    return simulated == nullptr ? HostsOf(options, past) : EntriesOf(*simulated, options);
+}
+
+void Report(const std::vector<HostEntry>& rest, const fleet::Summary& summary,
+            const FleetOptions& options, FleetProgress& progress) {
     progress.Around([&] {
         WriteRest(rest, options);
         WriteSummary(summary, options);
     });
-    if (!output_problem.empty()) {
-        throw CommandError(kExitPartly,
-                           "the documents could not be written to their end: " + output_problem);
+}
+
+/// Without a list, what stands first is a section.
+void ResolveSectionInPlaceOfList(FleetOptions& options) {
+    if (options.simulated > 0 && inventory::FindSection(options.hosts) != nullptr) {
+        options.sections.insert(options.sections.begin(), options.hosts);
+        options.hosts.clear();
     }
-    return interruption.StatusOr(StatusOf(summary, hosts.size()));
+}
+
+int RunFleet(const FleetOptions& options) {
+    OpenLogs(options);
+    AllowManyDescriptors();
+    const fleet::RunOptions run_options = RunOptionsOf(options);
+    const std::unique_ptr<simhost::Fleet> simulated = SimulatedOf(options);
+    const fleet::PastRun past = PastOf(options);
+    const std::vector<HostEntry> hosts = HostsToRead(options, past, simulated.get());
+    std::vector<fleet::Task> tasks = TasksOf(hosts, options);
+
+    FleetProgress progress;
+    FleetOutputs outputs(options, past, hosts, progress,
+                         [cancel = run_options.reading.cancel] { cancel.Cancel(); });
+    const auto start = std::chrono::steady_clock::now();
+    fleet::Run run(std::move(tasks), run_options, outputs);
+    const Interruption interruption([&run] { run.Cancel(); });
+    run.Start();
+    Await(run, progress, options);
+    const std::vector<HostEntry> rest = run.Finish();
+    outputs.summary().SetRest(hosts.size() - outputs.summary().Taken());
+    outputs.summary().SetDuration(std::chrono::duration_cast<std::chrono::milliseconds>(
+        std::chrono::steady_clock::now() - start));
+    Report(rest, outputs.summary(), options, progress);
+    outputs.Finish();
+    return interruption.StatusOr(StatusOf(outputs.summary(), hosts.size()));
 }
 
 }  // namespace
@@ -242,7 +233,10 @@ void AddFleetCommand(CLI::App& program, int& exit_status) {
     const auto options = std::make_shared<FleetOptions>();
     AddFleetOptions(*command, *options);
     command->footer(kFleetExample);
-    command->callback([options, &exit_status] { exit_status = RunFleet(*options); });
+    command->callback([options, &exit_status] {
+        ResolveSectionInPlaceOfList(*options);
+        exit_status = RunFleet(*options);
+    });
 }
 
 }  // namespace command

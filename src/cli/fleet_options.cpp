@@ -12,6 +12,7 @@ namespace {
 constexpr std::size_t kMostJobs = 4096;
 constexpr unsigned kMostRetries = 100;
 constexpr std::size_t kMostRefusals = 1000;
+constexpr std::size_t kMostSimulated = 60'000;
 
 void AddDefaults(CLI::App& app, HostOptions& defaults) {
     app.add_option("--port", defaults.port,
@@ -19,7 +20,9 @@ void AddDefaults(CLI::App& app, HostOptions& defaults) {
         ->check(CLI::Range(1, 65535).description(""))
         ->type_name("N");
     AddTransportOption(app, defaults.transport);
-    app.add_option("--user", defaults.user, "User name on hosts without one")->type_name("NAME");
+    app.add_option("--user", defaults.user, "User name on hosts without one")
+        ->envname("KALVEX_USER")
+        ->type_name("NAME");
     app.add_option("--password-file", defaults.password_file,
                    "File that holds the password of hosts without one; else the environment "
                    "variable KALVEX_PASSWORD, else it is asked once on the terminal")
@@ -62,13 +65,17 @@ void AddRunOptions(CLI::App& app, FleetOptions& options) {
 
 void AddOutputs(CLI::App& app, FleetOptions& options) {
     app.add_option("--format", options.format,
-                   "ndjson: one JSON document a line, for programs; text: a table of hosts [text "
-                   "on a terminal, else ndjson]")
-        ->check(CLI::IsMember({"ndjson", "text"}).description(""))
-        ->type_name("ndjson|text");
+                   "ndjson: one JSON document a line, for programs; csv: files in --output-dir; "
+                   "text: a table of hosts [text on a terminal, else ndjson]")
+        ->check(CLI::IsMember({"ndjson", "csv", "text"}).description(""))
+        ->type_name("ndjson|csv|text");
     app.add_option("--output", options.output,
                    "File for the ndjson documents, instead of standard output")
         ->type_name("FILE");
+    app.add_option("--output-dir", options.folder,
+                   "Folder for a CSV file of each list and one of failures, made when it is not "
+                   "there")
+        ->type_name("DIR");
     app.add_option("--resume", options.resume,
                    "Earlier ndjson output: hosts that are ok in it are not read again; may be the "
                    "file of --output")
@@ -83,11 +90,19 @@ void AddFleetOptions(CLI::App& app, FleetOptions& options) {
                    "CSV file whose header line names host, and optionally port, transport, user, "
                    "password_file, ca_file, fingerprint; or a list of names, one a line; - for "
                    "standard input")
-        ->required()
         ->type_name("");
     app.add_option("SECTION", options.sections,
                    "Sections to read: " + inventory::SectionNames() + " [all]")
         ->type_name("");
+    app.add_option("--simulated", options.simulated,
+                   "Read so many simulated hosts of this machine in place of HOSTS")
+        ->check(CLI::Range(std::size_t{1}, kMostSimulated).description(""))
+        ->type_name("N");
+    app.add_option(
+           "--simulated-faults", options.simulated_faults,
+           "How many of a hundred simulated hosts are dead, stall, trickle, refuse or break")
+        ->check(CLI::Range(0U, 100U).description(""))
+        ->type_name("PERCENT");
     AddDefaults(app, options.defaults);
     AddRunOptions(app, options);
     AddLimits(app, options);

@@ -16,6 +16,9 @@ struct FleetOptions {
     std::vector<std::string> sections;
     HostOptions defaults;  ///< of hosts whose line does not say otherwise
 
+    std::size_t simulated = 0;      ///< so many simulated hosts in place of the list
+    unsigned simulated_faults = 0;  ///< so many of a hundred fail
+
     std::size_t jobs = 64;
     unsigned retries = 0;
     std::size_t stop_after_refusals = 3;
@@ -23,8 +26,9 @@ struct FleetOptions {
     std::string shard;               ///< "I/N"; empty for all
     bool is_strict = false;
 
-    std::string format;  ///< "ndjson", "text"; empty: as standard output wants it
+    std::string format;  ///< "ndjson", "csv", "text"; empty: as the outputs want it
     std::string output;
+    std::string folder;  ///< of --output-dir
     std::string resume;
     std::string summary;
     LogOptions log;

@@ -274,6 +274,27 @@ TEST_F(FleetCommand, TableHasARowForEachHost) {
     EXPECT_THAT(finished.out, HasSubstr(NameOf(0) + "  System x3550"));
 }
 
+TEST_F(FleetCommand, WritesACsvFileForEachList) {
+    AddHosts(3);
+    const Finished finished = Run(Fleet(List(), {"packages", "--output-dir", PathOf("csv")}));
+    EXPECT_EQ(finished.status, 0) << finished.err;
+    EXPECT_EQ(finished.out, "");
+    const std::string packages = ReadFile(PathOf("csv/packages.csv"));
+    EXPECT_EQ(std::ranges::count(packages, '\n'), 1 + 3 * 2);
+    EXPECT_THAT(packages, testing::StartsWith("host,name,version,summary,installed_at\r\n"));
+    EXPECT_THAT(ReadFile(PathOf("csv/failures.csv")), testing::StartsWith("host,section,kind"));
+    EXPECT_THAT(Run(Fleet(List(), {"--format", "csv"})), Complains(2, "--output-dir"));
+}
+
+TEST_F(FleetCommand, ReadsSimulatedHostsWithoutAnyList) {
+    const Finished finished =
+        Run({"fleet", "--simulated", "12", "--transport", "http", "--jobs", "4"});
+    EXPECT_EQ(finished.status, 0) << finished.err;
+    EXPECT_THAT(StatusesIn(finished.out), SizeIs(12));
+    EXPECT_THAT(Run({"fleet"}), Complains(2, "no hosts to read"));
+    EXPECT_THAT(Run({"fleet", "x", "--simulated", "2"}), Complains(2, "takes the place of HOSTS"));
+}
+
 TEST_F(FleetCommand, AFullDiskIsReportedAndEndsTheRun) {
     AddHosts(3);
     const Finished finished = Run(Fleet(List(), {"--output", "/dev/full"}));
