@@ -243,6 +243,17 @@ TEST_F(FleetCommand, DividesTheListAmongMachines) {
     }
 }
 
+TEST_F(FleetCommand, ShardsOfManyProcessesAreJoinedByConcatenation) {
+    AddHosts(9);
+    const Finished finished = RunProcess(
+        "/bin/sh", {{"-c",
+                     "cd \"$2\" && parallel \"$0\" fleet \"$1\" --transport http --shard {}/4 "
+                     "--output shard-{} ::: 1 2 3 4 && cat shard-1 shard-2 shard-3 shard-4",
+                     KALVEX_COMMAND, List(), PathOf("")}});
+    EXPECT_EQ(finished.status, 0) << finished.err;
+    EXPECT_THAT(StatusesIn(finished.out), SizeIs(9));
+}
+
 TEST_F(FleetCommand, LogNamesTheHostOfEachLine) {
     AddHosts(3);
     Run(Fleet(List(), {"--log-file", PathOf("log"), "--log-level", "3"}));
