@@ -1,6 +1,6 @@
 # The front door: everything here also works on a bare Debian 12 or 13.
 .DEFAULT_GOAL := build
-.PHONY: build run test check asan ubsan tsan threads coverage fuzz bench time-limits soak check-instructions tidy \
+.PHONY: build run test bench-fleet check asan ubsan tsan threads coverage fuzz bench time-limits soak check-instructions tidy \
     check-structure setup setup-clang clean format transcripts
 
 build: build/build.ninja
@@ -28,6 +28,10 @@ bench: build/build.ninja
 	@cmake -B build -DKALVEX_BUILD_BENCHMARKS=ON >/dev/null
 	@cmake --build build --target kalvex_bench
 	@build/bin/kalvex_bench --json build/bench.json
+
+# Prints how near a fleet's run is to what its hosts themselves cost.
+bench-fleet: build
+	@scripts/bench_fleet build/bin/kalvex
 
 # Prints how exactly limits, a deadline and cancelling end calls to hosts that stall, and fails when
 # one is late.

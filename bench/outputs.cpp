@@ -1,6 +1,7 @@
 // What writing a long event log takes: processor time a record, and the peak of memory against what
 // the records themselves take.
 #include <cstdio>
+#include <exception>
 #include <functional>
 #include <ostream>
 #include <streambuf>
@@ -52,9 +53,7 @@ void Report(const char* what, std::size_t own, const std::function<void(std::ost
                 static_cast<double>(own + peak.Growth()) / static_cast<double>(own));
 }
 
-}  // namespace
-
-int main() {
+void ReportAll() {
     const std::size_t before = bench::ResidentBytes();
     const inventory::Document document = EventLog();
     const std::size_t own = bench::ResidentBytes() - before;
@@ -67,4 +66,15 @@ int main() {
     Report("JSON", own, [&](std::ostream& out) {
         outputs::WriteJson(document, out, outputs::JsonLayout::kIndented);
     });
+}
+
+}  // namespace
+
+int main() {
+    try {
+        ReportAll();
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "outputs_bench: %s\n", error.what());
+        return 1;
+    }
 }

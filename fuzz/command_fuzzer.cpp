@@ -104,6 +104,7 @@ Written RunCommand(const Question& question, const Way& way, std::uint16_t port)
          kUser, "--connect-timeout", "1", "--request-timeout", "1", "--timeout", "5"});
     add(way.arguments);
     std::vector<const char*> pointers;
+    pointers.reserve(arguments.size());
     for (const std::string& argument : arguments) {
         pointers.push_back(argument.c_str());
     }
@@ -122,7 +123,7 @@ bool Holds(std::string_view text, std::string_view part) {
 bool HoldsASecret(std::string_view text) { return Holds(text, kPassword) || Holds(text, kEncoded); }
 
 /// A table repeats the width of its widest cell in each row, and JSON the names of its fields.
-std::size_t MostWritten(std::size_t sent) { return 64 * 1024 + 64 * sent; }
+std::size_t MostWritten(std::size_t sent) { return std::size_t{64} * 1024 + 64 * sent; }
 
 void Check(const Written& written, Form form, std::size_t sent, bool host_echoes) {
     fuzz::Require(written.status == 0 || written.status == 1 || written.status == 3);

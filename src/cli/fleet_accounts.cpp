@@ -71,6 +71,7 @@ private:
 std::vector<Task> TasksOf(const std::vector<HostEntry>& hosts, const FleetOptions& options) {
     AccountBook book(hosts, options);
     std::vector<Task> tasks;
+    tasks.reserve(hosts.size());
     for (const HostEntry& host : hosts) {
         tasks.push_back({host, book.Find(host)});
     }

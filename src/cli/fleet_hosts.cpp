@@ -43,8 +43,8 @@ fleet::HostList ReadList(const FleetOptions& options) {
 
 /// Each on a line of its own, as far as people read them.
 void CheckProblems(const FleetOptions& options, const std::vector<fleet::ListProblem>& problems) {
-    constexpr std::size_t kMostReported = 20;
-    for (std::size_t i = 0; i < std::min(problems.size(), kMostReported); ++i) {
+    constexpr std::size_t kMostReportedLines = 20;
+    for (std::size_t i = 0; i < std::min(problems.size(), kMostReportedLines); ++i) {
         std::cerr << "kalvex: " << DisplayText(options.hosts) << " line " << problems[i].line
                   << ": " << DisplayText(problems[i].text) << '\n';
     }

@@ -22,12 +22,12 @@ struct TableColumn {
     bool is_number;
 };
 
-constexpr TableColumn kColumns[] = {
+constexpr TableColumn kTableColumns[] = {
     {"Host", 12, 40, false},  {"Product", 8, 32, false}, {"Hypervisor", 8, 32, false},
     {"Packages", 8, 8, true}, {"Events", 6, 6, true},    {"Status", 7, 7, false},
     {"Seconds", 7, 7, true},
 };
-constexpr std::size_t kCount = std::size(kColumns);
+constexpr std::size_t kCount = std::size(kTableColumns);
 constexpr std::size_t kGap = 2;
 
 std::string TextAt(const Document& document, const schema::RecordKind& kind, const char* field) {
@@ -51,7 +51,7 @@ std::string SecondsOf(const Document& document) {
     return text.str();
 }
 
-std::vector<std::string> CellsOf(const HostEntry& entry, const Document& document) {
+std::vector<std::string> RowCells(const HostEntry& entry, const Document& document) {
     return {entry.Name(),
             TextAt(document, schema::kSystem, "product_name"),
             TextAt(document, schema::kOs, "version"),
@@ -69,7 +69,7 @@ std::string RowOf(const std::vector<std::string>& cells, const std::vector<std::
         const std::size_t used = outputs::DisplayWidth(shown);
         const std::string padding(widths[i] > used ? widths[i] - used : 0, ' ');
         row += std::string(i == 0 ? 0 : kGap, ' ');
-        row += kColumns[i].is_number ? padding + shown : shown + padding;
+        row += kTableColumns[i].is_number ? padding + shown : shown + padding;
     }
     return row.substr(0, row.find_last_not_of(' ') + 1);
 }
@@ -87,19 +87,19 @@ std::size_t WidthOf(const std::vector<std::size_t>& widths) {
 HostTable::HostTable(const std::vector<HostEntry>& hosts, std::size_t columns, std::ostream& out,
                      std::function<void(const std::function<void()>&)> around)
     : out_(out), around_(std::move(around)) {
-    for (const TableColumn& column : kColumns) {
+    for (const TableColumn& column : kTableColumns) {
         widths_.push_back(column.most);
     }
-    std::size_t longest = kColumns[0].least;
+    std::size_t longest = kTableColumns[0].least;
     for (const HostEntry& host : hosts) {
         longest = std::max(longest, outputs::DisplayWidth(outputs::DisplayText(host.Name())));
     }
-    widths_[0] = std::min(longest, kColumns[0].most);
+    widths_[0] = std::min(longest, kTableColumns[0].most);
     // The widest gives first, down to the least of each.
     while (WidthOf(widths_) > columns) {
         std::size_t widest = kCount;
         for (std::size_t i = 0; i < kCount; ++i) {
-            const bool may_give = widths_[i] > kColumns[i].least;
+            const bool may_give = widths_[i] > kTableColumns[i].least;
             if (may_give && (widest == kCount || widths_[i] > widths_[widest])) {
                 widest = i;
             }
@@ -113,14 +113,14 @@ HostTable::HostTable(const std::vector<HostEntry>& hosts, std::size_t columns, s
 
 void HostTable::WriteHeadings() {
     std::vector<std::string> headings;
-    for (const TableColumn& column : kColumns) {
+    for (const TableColumn& column : kTableColumns) {
         headings.emplace_back(column.heading);
     }
     around_([&] { out_ << RowOf(headings, widths_) << std::endl; });
 }
 
 void HostTable::Take(const HostEntry& entry, const Document& document) {
-    const std::string row = RowOf(CellsOf(entry, document), widths_);
+    const std::string row = RowOf(RowCells(entry, document), widths_);
     around_([&] { out_ << row << std::endl; });
 }
 

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <iomanip>
 #include <sstream>
+#include <utility>
 #include <vector>
 
 #include "outputs/text/display_text.h"
@@ -42,11 +43,12 @@ std::string ProgressText(const RunState& state, std::chrono::milliseconds elapse
                          std::size_t columns) {
     std::string text;
     for (const std::string& part : PartsOf(state, std::chrono::duration<double>(elapsed).count())) {
-        const std::string longer = text.empty() ? part : text + ", " + part;
+        std::string longer = text;
+        longer.append(text.empty() ? "" : ", ").append(part);
         if (outputs::DisplayWidth(longer) > columns) {
             break;
         }
-        text = longer;
+        text = std::move(longer);
     }
     return text;
 }

@@ -29,7 +29,7 @@ std::string Shortened(const std::vector<std::string>& hosts) {
     return more == 0 ? text : text + " and " + std::to_string(more) + " more";
 }
 
-double Seconds(std::chrono::milliseconds time) {
+double InSeconds(std::chrono::milliseconds time) {
     return std::chrono::duration<double>(time).count();
 }
 
@@ -59,7 +59,7 @@ void Summary::WriteText(std::ostream& out) const {
     for (const Status status : kStatuses) {
         out << Count(status) << ' ' << inventory::WordOf(status) << ", ";
     }
-    out << rest_ << " not read; " << std::fixed << std::setprecision(1) << Seconds(duration_)
+    out << rest_ << " not read; " << std::fixed << std::setprecision(1) << InSeconds(duration_)
         << " s\n";
     for (const auto& [kind, hosts] : failures_) {
         out << "  " << inventory::MeaningOf(kind).meaning << " (" << hosts.size()
@@ -78,7 +78,7 @@ void Summary::WriteJson(std::ostream& out) const {
             json.Member(inventory::WordOf(status), static_cast<std::int64_t>(Count(status)));
         }
         json.Member("not_read", static_cast<std::int64_t>(rest_));
-        json.Member("seconds", Seconds(duration_));
+        json.Member("seconds", InSeconds(duration_));
         json.Key("failures");
         json.OpenObject();
         for (const auto& [kind, hosts] : failures_) {

@@ -24,7 +24,9 @@ public:
     /// True when no name that may be the same has been added before.
     bool Add(const CIMName& name) {
         const std::string_view text = name.getString().utf8();
-        const auto letter = [](char c) { return static_cast<unsigned>(c) & 0x1F; };  // in any case
+        const auto letter = [](char c) {
+            return static_cast<std::size_t>(c) & 0x1F;
+        };  // in any case
         const auto hash = text.size() * 7 + letter(text.front()) * 3 + letter(text.back());
         const std::uint64_t bit = std::uint64_t{1} << (hash % 64);
         const bool is_new = (bits_ & bit) == 0;

@@ -13,14 +13,14 @@ constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
 
 /// What the first byte of a sequence says about it.
 struct Lead {
-    unsigned char first;
-    unsigned char last;
     std::size_t length;
     std::int32_t smallest;  ///< smaller characters have shorter sequences
+    unsigned char first;
+    unsigned char last;
 };
 
 constexpr Lead kLeads[] = {
-    {0x00, 0x7F, 1, 0}, {0xC2, 0xDF, 2, 0x80}, {0xE0, 0xEF, 3, 0x800}, {0xF0, 0xF4, 4, 0x10000}};
+    {1, 0, 0x00, 0x7F}, {2, 0x80, 0xC2, 0xDF}, {3, 0x800, 0xE0, 0xEF}, {4, 0x10000, 0xF0, 0xF4}};
 
 constexpr bool IsSurrogate(std::int32_t code) { return code >= 0xD800 && code <= 0xDFFF; }
 

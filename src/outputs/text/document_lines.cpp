@@ -41,7 +41,7 @@ std::string AddressOf(const Document& document) {
 
 /// Products are often named with the manufacturer, be it in short.
 std::string MachineOf(const Document& document) {
-    const std::string product = ValueOf(document, schema::kSystem, "product_name");
+    std::string product = ValueOf(document, schema::kSystem, "product_name");
     std::string machine = ValueOf(document, schema::kSystem, "manufacturer");
     const std::string first_word = machine.substr(0, machine.find(' ')) + ' ';
     if (product.starts_with(first_word)) {

@@ -13,7 +13,7 @@ namespace {
 constexpr std::size_t kNarrowest = 40;
 constexpr std::size_t kWidest = 1000;
 
-constexpr std::size_t kMostKept = 64 * 1024;
+constexpr std::size_t kMostKept = std::size_t{64} * 1024;
 constexpr std::size_t kMostLines = 12;  ///< of a paragraph
 constexpr std::string_view kFurtherLine = "  ";
 
