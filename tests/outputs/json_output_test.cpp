@@ -19,15 +19,15 @@ using support::Section;
 using Zentar::FailureKind;
 using Json = nlohmann::ordered_json;
 
-std::string Text(const Document& document,
-                 outputs::JsonLayout layout = outputs::JsonLayout::kIndented) {
+std::string JsonText(const Document& document,
+                     outputs::JsonLayout layout = outputs::JsonLayout::kIndented) {
     std::ostringstream out;
     WriteJson(document, out, layout);
     return out.str();
 }
 
 TEST(JsonOutput, SaysWhatWasReadAndHow) {
-    EXPECT_EQ(Text(DocumentOf(Section(schema::kOs, {{{"name", "VMware ESXi"}}}))),
+    EXPECT_EQ(JsonText(DocumentOf(Section(schema::kOs, {{{"name", "VMware ESXi"}}}))),
               R"({
   "schema": "kalvex/1",
   "kalvex": "1.1.0",
@@ -54,7 +54,7 @@ TEST(JsonOutput, SaysWhatWasReadAndHow) {
 }
 
 TEST(JsonOutput, GivesEachValueItsType) {
-    const Json port = Json::parse(Text(DocumentOf(
+    const Json port = Json::parse(JsonText(DocumentOf(
         Section(schema::kPorts, {{{"name", "vmnic0"},
                                   {"mac_addresses", "02:00:00:00:00:01 02:00:00:00:00:02"},
                                   {"speed_bps", "10000000000"},
@@ -62,7 +62,7 @@ TEST(JsonOutput, GivesEachValueItsType) {
     EXPECT_EQ(port, Json::parse(R"({"name": "vmnic0", "mac_addresses":
         ["02:00:00:00:00:01", "02:00:00:00:00:02"], "speed_bps": 10000000000,
         "full_duplex": true})"));
-    const Json event = Json::parse(Text(DocumentOf(
+    const Json event = Json::parse(JsonText(DocumentOf(
         Section(schema::kEvents,
                 {{{"record_id", "7"},
                   {"time", "20260312081530.000000+060"}}}))))["sections"]["events"]["records"][0];
@@ -72,7 +72,7 @@ TEST(JsonOutput, GivesEachValueItsType) {
 
 TEST(JsonOutput, WritesAnEmptyListAsAnArray) {
     const Json json =
-        Json::parse(Text(DocumentOf(Section(schema::kPackages, {}, Status::kFailed))));
+        Json::parse(JsonText(DocumentOf(Section(schema::kPackages, {}, Status::kFailed))));
     EXPECT_EQ(json["sections"]["packages"], Json::parse(R"({"status": "failed", "records": []})"));
     EXPECT_EQ(json["status"], "failed");
 }
@@ -81,7 +81,7 @@ TEST(JsonOutput, ListsFailuresWithWhatToDo) {
     Document document = DocumentOf();
     document.failures = {{"", FailureKind::kUnreachable, 0, "", "no way"},
                          {"os", FailureKind::kCredentialsRefused, 401, "X", "refused \x1B"}};
-    const Json failures = Json::parse(Text(document))["failures"];
+    const Json failures = Json::parse(JsonText(document))["failures"];
     ASSERT_EQ(failures.size(), 2U);
     EXPECT_EQ(failures[0]["section"], nullptr);
     EXPECT_EQ(failures[0]["kind"], "unreachable");
@@ -94,16 +94,16 @@ TEST(JsonOutput, ListsFailuresWithWhatToDo) {
 
 TEST(JsonOutput, CountsFailuresThatWereTooMany) {
     Document document = DocumentOf();
-    EXPECT_FALSE(Json::parse(Text(document)).contains("dropped_failures"));
+    EXPECT_FALSE(Json::parse(JsonText(document)).contains("dropped_failures"));
     document.dropped_failures = 12;
-    EXPECT_EQ(Json::parse(Text(document))["dropped_failures"], 12);
+    EXPECT_EQ(Json::parse(JsonText(document))["dropped_failures"], 12);
 }
 
 TEST(JsonOutput, FitsOneLine) {
     const Document document = DocumentOf(Section(schema::kOs, {{{"name", "a\nb"}}}));
-    const std::string line = Text(document, outputs::JsonLayout::kOneLine);
+    const std::string line = JsonText(document, outputs::JsonLayout::kOneLine);
     EXPECT_EQ(line.find('\n'), std::string::npos);
-    EXPECT_EQ(Json::parse(line), Json::parse(Text(document)));
+    EXPECT_EQ(Json::parse(line), Json::parse(JsonText(document)));
 }
 
 }  // namespace

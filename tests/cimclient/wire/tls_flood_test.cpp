@@ -49,7 +49,7 @@ TEST_F(TlsRecords, ThatAreTooLargeEndTheConnection) {
 }
 
 TEST_F(TlsRecords, WithoutContentMayComeBeforeAnAnswer) {
-    for (const std::size_t padding : {0, 1, 100, 1000}) {
+    for (const std::size_t padding : {0U, 1U, 100U, 1000U}) {
         EXPECT_EQ(OutcomeOf({SendRecords({TlsRecord::kContent, "", padding}, 30),
                              SendInRecords(AnswerOf(1), 100)}),
                   "1 objects")
