@@ -132,7 +132,9 @@ void NestQuotes(const Fault& fault, const NumberedRequest&, Answer& answer) {
                            std::string(static_cast<std::size_t>(fault.number), '"') +
                            "</VALUE></PROPERTY>";
     for (int level = 0; level < kLevels; ++level) {
-        property = EmbeddingProperty("<INSTANCE CLASSNAME=\"Nested\">" + property + "</INSTANCE>");
+        std::string instance = "<INSTANCE CLASSNAME=\"Nested\">";
+        instance.append(property).append("</INSTANCE>");
+        property = EmbeddingProperty(instance);
     }
     answer.body.insert(end, property);
 }
